@@ -1,0 +1,53 @@
+# Installs Debian packages that are missing, and asks apt for nothing where none is. Sourced by the scripts of
+# the top folder, which call:   need PACKAGE TEST...   for each, and then   install_missing.
+
+missing=()
+
+# PACKAGE is missed unless the command TEST... succeeds.
+need() {
+    local package=$1
+    shift
+    "$@" >/dev/null 2>&1 || missing+=("$package")
+}
+
+has_header() {
+    printf '#include <%s>\n' "$1" | g++ -std=c++20 -E -x c++ - -o /dev/null
+}
+
+need_build_tools() {
+    need g++ g++ --version
+    need cmake cmake --version
+    need ninja-build ninja --version
+    need bison bison --version
+    need re2c re2c --version
+}
+
+need_test_libraries() {
+    need libgtest-dev has_header gtest/gtest.h
+    need libbenchmark-dev has_header benchmark/benchmark.h
+}
+
+install_missing() {
+    [ ${#missing[@]} -gt 0 ] || return 0
+    local root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null 2>&1; then
+            echo "Missing packages, and no right to install them: ${missing[*]}" >&2
+            echo "Please install them (as root: apt-get install ${missing[*]}) and start again." >&2
+            exit 1
+        fi
+        root=(sudo)
+    fi
+    if ! command -v apt-get >/dev/null 2>&1; then
+        echo "Missing packages, and no apt-get to install them: ${missing[*]}" >&2
+        exit 1
+    fi
+    echo "Installing: ${missing[*]}"
+    if ! { "${root[@]}" apt-get update -qq &&
+           "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"; }
+    then
+        echo "These packages could not be installed: ${missing[*]}" >&2
+        exit 1
+    fi
+    missing=()
+}

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Builds and runs the whole test suite, first under AddressSanitizer and UBSan, then as released.
+set -eu
+cd "$(dirname "${BASH_SOURCE[0]}")"
+. scripts/packages.sh
+
+need_build_tools
+need_test_libraries
+install_missing
+
+export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
+# Syntax trees live until the process ends, which is wanted and no leak.
+export ASAN_OPTIONS="detect_leaks=0"
+
+for preset in asan release; do
+    echo "== $preset: configure and build"
+    options=(-DNORVANE_TESTS=ON)
+    [ "$preset" = asan ] || options+=(-DNORVANE_BENCHMARKS=ON)
+    cmake --preset "$preset" "${options[@]}"
+    cmake --build --preset "$preset"
+done
+
+echo "== the suite under AddressSanitizer and UBSan"
+ctest --preset asan
+echo "== the suite as released"
+ctest --preset release
