@@ -1,0 +1,78 @@
+// The copy of the temporary assembler text into the final file. What no program reaches becomes comments, so
+// the lines of the used code keep their numbers and nothing is lost to a reader.
+
+#include "files/FileSystem.h"
+#include "files/Format.h"
+#include "files/OutputTextFile.h"
+#include "model/PouTable.h"
+#include "semantics/Norvane.h"
+
+static constexpr std::string_view g_LabelStart = "FUNCTION_";
+static constexpr std::string_view g_PouEnd = "\tDBI POU_END";
+static constexpr std::string_view g_CommentStart = ";;\t";
+
+static bool IsFunctionLabel(std::string_view line)
+{
+    return line.starts_with(g_LabelStart) && line != "FUNCTION___GlobalInitialization__:" &&
+           line != "FUNCTION___RetainInitialization__:";
+}
+
+// The POU that a label line names: "FUNCTION_name:" or "FUNCTION_name__2:", the number being that of the form
+// in its overload set. Null if the table has none.
+static const CPou* FindLabelledPou(const CPouTable& pous, std::string_view line)
+{
+    std::string name(line.substr(g_LabelStart.size()));
+    std::erase(name, ':');
+    const std::size_t separator = name.find("__");
+    const bool isNumbered = separator != std::string::npos && separator > 0;
+    const std::int32_t number = isNumbered ? ToInt(std::string_view(name).substr(separator + 2)) : 0;
+    if (isNumbered) name.erase(separator);
+
+    if (const CFunctionOverLoad* pOverload = pous.FindOverload(name)) {
+        const auto index = static_cast<std::size_t>(number);
+        return index < pOverload->m_Functions.size() ? pOverload->m_Functions[index].get() : nullptr;
+    }
+    return pous.FindPou(name);
+}
+
+// The final text is written beside its place and moved there when it is whole: a full disk leaves the file of
+// an earlier run, or none. Devices and pipes are written as they are.
+static bool CopyCommentingUnused(const CPouTable& pous, std::string_view text, const std::string& name)
+{
+    OutputTextFile file;
+    if (!file.Open(name)) return false;
+
+    bool isInside = false;
+    bool isUnused = false;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+
+        if (IsFunctionLabel(line)) {
+            const CPou* pPou = FindLabelledPou(pous, line);
+            isInside = true;
+            isUnused = pPou && !pPou->m_Used;   // a name that the table lacks counts as used
+            if (isUnused) file.Write(";;\tNot used\n");
+        }
+        if (isUnused) file.Write(g_CommentStart);
+        file.Write(line);
+        file.Write("\n");
+        if (isInside && line == g_PouEnd) isInside = isUnused = false;
+    }
+    return file.Close();
+}
+
+bool CNorvane::MergeOutput(const std::string& temporaryName, const std::string& outputName)
+{
+    std::string text;
+    if (!ReadWholeFile(temporaryName, text)) return false;
+    if (IsSpecialFile(outputName)) return CopyCommentingUnused(m_Pous, text, outputName);
+
+    const std::string unfinishedName = outputName + ".new";
+    if (!CopyCommentingUnused(m_Pous, text, unfinishedName) || !ReplaceFile(unfinishedName, outputName)) {
+        RemoveFile(unfinishedName);
+        return false;
+    }
+    if (temporaryName != outputName) RemoveFile(temporaryName);
+    return true;
+}

@@ -1,0 +1,31 @@
+#include "frontend/Tokens.h"
+
+#include <array>
+
+namespace
+{
+
+constexpr int g_FirstToken = 258;
+
+constexpr std::array g_TokenTexts = {   // ORDER TOKENS
+#define TOKEN(name, number, text) std::string_view(text),
+#include "frontend/Tokens.def"
+#undef TOKEN
+};
+static_assert(g_FirstToken + g_TokenTexts.size() - 1 == AND, "the numbers run without a gap");
+
+}   // namespace
+
+std::string_view GetTokenText(int token)
+{
+    const int index = token - g_FirstToken;
+    if (index < 0 || index >= static_cast<int>(g_TokenTexts.size())) return {};
+    return g_TokenTexts[static_cast<std::size_t>(index)];
+}
+
+std::string GetOperatorText(int kind)
+{
+    constexpr int firstNamedKind = 255;
+    if (kind < firstNamedKind) return std::string(1, static_cast<char>(kind));
+    return std::string(GetTokenText(kind));
+}
