@@ -7,6 +7,8 @@
 #include "model/PouTable.h"
 #include "semantics/Norvane.h"
 
+#include <fstream>
+
 static constexpr std::string_view g_LabelStart = "FUNCTION_";
 static constexpr std::string_view g_PouEnd = "\tDBI POU_END";
 static constexpr std::string_view g_CommentStart = ";;\t";
@@ -37,17 +39,15 @@ static const CPou* FindLabelledPou(const CPouTable& pous, std::string_view line)
 
 // The final text is written beside its place and moved there when it is whole: a full disk leaves the file of
 // an earlier run, or none. Devices and pipes are written as they are.
-static bool CopyCommentingUnused(const CPouTable& pous, std::string_view text, const std::string& name)
+static bool CopyCommentingUnused(const CPouTable& pous, const std::string& temporaryName, const std::string& name)
 {
+    std::ifstream temporary(temporaryName, std::ios::binary);
     OutputTextFile file;
-    if (!file.Open(name)) return false;
+    if (!temporary || !file.Open(name)) return false;
 
     bool isInside = false;
     bool isUnused = false;
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-
+    for (std::string line; std::getline(temporary, line);) {
         if (IsFunctionLabel(line)) {
             const CPou* pPou = FindLabelledPou(pous, line);
             isInside = true;
@@ -59,17 +59,16 @@ static bool CopyCommentingUnused(const CPouTable& pous, std::string_view text, c
         file.Write("\n");
         if (isInside && line == g_PouEnd) isInside = isUnused = false;
     }
-    return file.Close();
+    const bool isClosed = file.Close();
+    return isClosed && !temporary.bad();
 }
 
 bool CNorvane::MergeOutput(const std::string& temporaryName, const std::string& outputName)
 {
-    std::string text;
-    if (!ReadWholeFile(temporaryName, text)) return false;
-    if (IsSpecialFile(outputName)) return CopyCommentingUnused(m_Pous, text, outputName);
+    if (IsSpecialFile(outputName)) return CopyCommentingUnused(m_Pous, temporaryName, outputName);
 
-    const std::string unfinishedName = outputName + ".new";
-    if (!CopyCommentingUnused(m_Pous, text, unfinishedName) || !ReplaceFile(unfinishedName, outputName)) {
+    const std::string unfinishedName = MakeTemporaryName(outputName);
+    if (!CopyCommentingUnused(m_Pous, temporaryName, unfinishedName) || !ReplaceFile(unfinishedName, outputName)) {
         RemoveFile(unfinishedName);
         return false;
     }

@@ -9,7 +9,7 @@ bison_target(Grammar ${PROJECT_SOURCE_DIR}/src/frontend/Grammar.y ${generated}/G
              DEFINES_FILE ${generated}/Grammar.h
              REPORT_FILE ${generated}/Grammar.report
              VERBOSE ${generated}/Grammar.report
-             COMPILE_FLAGS "-Wno-conflicts-sr -Wno-conflicts-rr")
+             COMPILE_FLAGS "-Wall -Werror")
 add_custom_command(OUTPUT ${generated}/Scanner.cpp
                    COMMAND ${RE2C} -W -Werror -c --no-generation-date -o ${generated}/Scanner.cpp
                            ${PROJECT_SOURCE_DIR}/src/frontend/Scanner.re

@@ -1,0 +1,80 @@
+#include "GeneratedSources.h"
+
+#include "files/Format.h"
+
+std::string MakeGlobalsAndPous(int globals, int pous)
+{
+    std::string text = "VAR_GLOBAL\n";
+    for (int i = 0; i < globals; ++i) AppendFormat(text, "g%d : INT := %d;\n", i, i % 1000 + 1);
+    text += "END_VAR\n";
+    for (int i = 0; i < pous; ++i) {
+        AppendFormat(text, "FUNCTION f%d : INT\nVAR_INPUT a : INT; END_VAR\n", i);
+        AppendFormat(text, "f%d := a + g%d;\nEND_FUNCTION\n", i, i % globals);
+    }
+    return text + "PROGRAM main\ng0 := f0(g1);\nEND_PROGRAM\n";
+}
+
+std::string MakeArrayInitialiser(int elements)
+{
+    std::string text = "VAR_GLOBAL\n";
+    AppendFormat(text, "a : ARRAY [1..%d] OF INT := [", elements);
+    const int written = elements / 2;
+    for (int i = 0; i < written; ++i) AppendFormat(text, "%d,\n", i % 1000 + 1);
+    for (int i = written; i + 2 <= elements; i += 2) AppendFormat(text, "2(%d),\n", i % 1000 + 1);
+    return text + "1];\nEND_VAR\nPROGRAM main\n;\nEND_PROGRAM\n";
+}
+
+std::string MakeCaseLabels(int labels)
+{
+    std::string text = "PROGRAM main\nVAR i, x : DINT; END_VAR\nCASE i OF\n";
+    for (int i = 0; i < labels; i += 2)
+        AppendFormat(text, "%d, %d..%d: x := %d;\n", 10 * i, 10 * i + 1, 10 * i + 5, i);
+    return text + "END_CASE;\nEND_PROGRAM\n";
+}
+
+std::string MakeStatements(int statements)
+{
+    std::string text = "PROGRAM main\nVAR i, x : DINT; b : BOOL; END_VAR\n";
+    for (int i = 0; i < statements; i += 4) {
+        AppendFormat(text, "x := i * %d + x;\nb := x > %d AND i < 5;\n", i, i);
+        text += "IF b THEN\n i := i + 1;\nEND_IF;\n";
+    }
+    return text + "END_PROGRAM\n";
+}
+
+std::string MakeSum(int terms)
+{
+    std::string text = "PROGRAM main\nVAR a : DINT; END_VAR\na := a";
+    for (int i = 1; i < terms; ++i) text += "\n + a";
+    return text + ";\nEND_PROGRAM\n";
+}
+
+std::string MakeCalls(int functions)
+{
+    std::string text;
+    for (int i = 0; i < functions; ++i) {
+        AppendFormat(text, "FUNCTION f%d : INT\nVAR_INPUT a : INT; END_VAR\n", i);
+        AppendFormat(text, "f%d := a;\nEND_FUNCTION\n", i);
+    }
+    text += "PROGRAM main\nVAR x : INT; END_VAR\n";
+    for (int i = 0; i < functions; ++i) AppendFormat(text, "x := f%d(x);\n", i);
+    return text + "END_PROGRAM\n";
+}
+
+std::string MakeNestedStructures(int levels)
+{
+    std::string text = "TYPE s0 : STRUCT a : INT; END_STRUCT; END_TYPE\n";
+    for (int i = 1; i < levels; ++i)
+        AppendFormat(text, "TYPE s%d : STRUCT m : s%d; END_STRUCT; END_TYPE\n", i, i - 1);
+    AppendFormat(text, "PROGRAM main\nVAR x : s%d; END_VAR\n;\nEND_PROGRAM\n", levels - 1);
+    return text;
+}
+
+std::string MakeFbParameters(int members)
+{
+    std::string text = "FUNCTION_BLOCK fb\nVAR_INPUT\n";
+    for (int i = 0; i < members; ++i) AppendFormat(text, "m%d : INT;\n", i);
+    text += "END_VAR\nm0 := 1;\nEND_FUNCTION_BLOCK\nPROGRAM main\nVAR x : fb; END_VAR\nx(";
+    for (int i = 0; i < members; ++i) AppendFormat(text, "%sm%d := %d", i ? ",\n" : "", i, i);
+    return text + ");\nEND_PROGRAM\n";
+}

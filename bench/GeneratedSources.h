@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+// Structured Text of a chosen size, each kind for one cost that must grow linearly.
+std::string MakeGlobalsAndPous(int globals, int pous);       // a POU must not walk the globals again
+std::string MakeArrayInitialiser(int elements);              // half written out, half repeated
+std::string MakeCaseLabels(int labels);                      // single values and ranges, an arm for each
+std::string MakeStatements(int statements);                  // one POU, assignments and IFs
+std::string MakeSum(int terms);                              // one expression that nests to the left
+std::string MakeCalls(int functions);                        // a program that calls each of them
+std::string MakeNestedStructures(int levels);                // each holds the one before
+std::string MakeFbParameters(int members);                   // one call that names every member

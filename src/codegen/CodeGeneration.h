@@ -1,0 +1,263 @@
+#pragma once
+
+#include "codegen/Label.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+class CArrayOfArrayIndex;
+class CErrorHandler;
+class CFunction;
+class CInitArray;
+class CInitStruct;
+class CInitValue;
+class CMember;
+class CMemoryHandler;
+class CNode;
+class CNorvane;
+class CPou;
+class CProgram;
+class CType;
+class CTypeStruct;
+class CTypeStructFB;
+class CVariable;
+class CXmlNode;
+class OutputTextFile;
+struct SourceLocation;
+
+// What an access does with a variable.
+enum class AccessMode   // ORDER ACCESS
+{
+    Read,          // pushes the value; of an aggregate, its address
+    Write,         // pops the value on top of the stack into it
+    Address,       // pushes the address
+    ReadThrough    // pushes the value that the variable, a pointer, points at
+};
+
+// How a member of the function block being generated is reached through its slot.
+enum class FbAccessForm   // ORDER ACCESS: Read and Write through the slot are 3 + the access mode
+{
+    Push = 0,      // the slot itself: the member's address
+    Pop = 1,
+    Plain = 2,     // no mnemonic: for a text that brings its own
+    PushThrough = 3,
+    PopThrough = 4
+};
+
+// Turns checked trees into assembler text. A POU's text is written to the output as soon as the parser has
+// reduced it, and nothing is patched later: places are final when they are printed. All generators append
+// to the one text under construction.
+class CCodeGeneration
+{
+public:
+    explicit CCodeGeneration(CNorvane& norvane);
+    virtual ~CCodeGeneration() = default;
+
+    // The output file and the texts that instructions are made of (AssemblerText.cpp).
+    void WriteText(std::string_view text);
+    void WriteLine(std::string_view text);
+    void WriteTabLine(std::string_view text);
+    void WriteHeader(std::string_view name, std::string_view fileTime, std::string_view fileVersion,
+                     std::string_view buildNumber);
+    std::string GetTypeSuffix(const CType* pType) const;          // "(INT)"; the pointer type's for aggregates
+    std::string GetPointerSuffix() const;
+    std::string GetAreaPrefix(const CVariable* pVariable) const;  // "local+", "global+", "retain+" or nothing
+    std::string GetVarBlockName(const CVariable* pVariable) const;
+    std::string GetVariableOperand(const CVariable* pVariable) const;   // "(INT) [local+4] ; count"
+    // The decimal offset; with a bit above 0 the bit travels in the top eight bits, and the hexadecimal
+    // form follows as a comment.
+    static std::string GetPackedOffset(std::int64_t offsetBytes, int bit);
+    // The same with the commented form in any case: that of BOOL members in a function block's frame.
+    static std::string GetCommentedOffset(std::int64_t offsetBytes, int bit);
+
+    // Trees (Expressions.cpp, Statements.cpp, FbCalls.cpp).
+    void GenerateNode(CNode* pNode, std::string& text);
+    void GenerateStatementList(const CNode* pList, std::string& text);
+    static bool IsFalseLiteral(const CNode* pNode);
+    static bool IsTrueLiteral(const CNode* pNode);
+
+    // Variables (VariableAccess.cpp). The text ends without a line end.
+    void GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text);
+    void GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, std::string& text);
+    // Distance between elements: bytes, or bits if the elements are BOOL. Dimension -1: of a whole element.
+    std::int64_t GetElementStride(const CType* pArrayType, const CArrayOfArrayIndex* pIndex, int level, int dimension) const;
+    std::int64_t GetCopySize(const CMember* pMember, const CNode* pValue);
+    static int CountIndexLevels(const CNode* pNode);
+    // Constant position of a subscript list in its array, from 0; -1 if a subscript isn't constant.
+    std::int64_t EvalLinearIndex(const CNode* pList, const CArrayOfArrayIndex* pIndex, int level);
+
+    // POU blocks (PouFrames.cpp); each writes one block and ends the POU's scope.
+    void GenerateFunction(CNode* pNode);
+    void GenerateFunctionBlock(CNode* pNode);
+    void GenerateProgram(CNode* pNode);
+    void WriteAutomaticPrograms();
+
+    // The two generated functions, and the initial value of any variable (Initialization.cpp).
+    void WriteGlobalInitialization();
+    void WriteRetainInitialization();
+    void GenerateVariableInit(const CVariable* pVariable, std::string& text);   // uses m_Area
+
+    // After the last source (StackAnalysis.cpp, DebugInformation.cpp).
+    void WriteCallTree(CXmlNode& root);
+    std::string GetStatistics() const;
+    // Writes the debug file that belongs to the output; false if it could not be written.
+    bool WriteDebugInformation(const std::string& outputName);
+    static std::uint16_t ComputeSign(std::string_view text);
+    static std::string MakeDisplacement(std::string_view typeText, std::int64_t size);
+
+    std::int64_t m_MaxNestedDepth = 0;        // bytes: sum of all the programs' deepest use
+    std::int64_t m_MaxDepth = 0;              // bytes: deepest use of any one program
+    std::int32_t m_ParameterStackMaxSize = 512;
+    std::int32_t m_ParameterStackBytes = 256;
+    bool m_NestedProgram = true;              // programs can interrupt each other
+    std::int64_t m_CurrentDepth = 0;          // bytes: deepest use of the program being walked
+    std::int32_t m_ReturnStackBytes = 1024;
+    std::int32_t m_ReturnStackAlign = 1;      // bytes; local sizes are raised to a multiple of it
+    std::int32_t m_CallOverload = 4;          // bytes that one call adds, besides its locals
+    std::int32_t m_ReturnStackMaxSize = 2048;
+    CPou* m_CurrentPou = nullptr;             // the POU being generated; calls are entered into its callees
+    CPou* m_CurrentFb = nullptr;              // the function block whose body is being generated, else null
+    CType* m_PointerType = nullptr;           // the target's pointer type
+    CLabel m_Label;
+    std::string m_Area;                       // area prefix of the variable being initialised
+    OutputTextFile* m_Output = nullptr;       // the temporary output, not owned
+
+private:
+    // What follows belongs to the file named above it; see there.
+
+    // AssemblerText.cpp
+    const CType* GetNodeType(const CNode* pNode) const;           // null only where nothing tells a type
+    std::string GetNodeSuffix(const CNode* pNode) const;
+
+    // Expressions.cpp
+    void GenerateInteger(const CNode* pNode, std::string& text);
+    void GenerateReal(const CNode* pNode, std::string& text);
+    static void GenerateStringLiteral(const CNode* pNode, std::string& text);
+    bool UsesShortcut(const CNode* pNode) const;
+    bool IsDecidedByLeft(const CNode* pNode) const;
+    void GenerateOperatorChain(CNode* pNode, std::string& text);
+    void GenerateShortcut(const CNode* pNode, const std::string& label, std::string& text);
+    void GenerateOperation(const CNode* pNode, std::string& text);
+    void GeneratePower(const CNode* pNode, std::string& text);
+    void GenerateConversion(const CNode* pNode, std::string_view typeName, std::string& text);
+    void GenerateUnary(const CNode* pNode, std::string_view mnemonic, std::string& text);
+    void GenerateShift(const CNode* pNode, std::string_view mnemonic, std::string& text);
+    void GenerateMulDiv(const CNode* pNode, std::string& text);
+    void GenerateMinMax(const CNode* pNode, std::string_view mnemonic, std::string& text);
+    void GenerateLimit(const CNode* pNode, std::string& text);
+    void GenerateCast(const CNode* pNode, std::string& text);
+    void GenerateActualParameter(CNode* pActual, const CVariable& formal, std::string& text);
+    void GenerateFunctionCall(CNode* pNode, std::string& text);
+    std::string GetFunctionLabel(const CPou* pPou) const;         // "name" or "name__2"
+
+    // VariableAccess.cpp
+    struct RuntimeSubscript;
+    struct AccessPath;
+    const CMember* FindCurrentFbMember(const CVariable* pVariable, int& position) const;
+    std::string GetSlotText(int position) const;
+    void GenerateFbScalar(const CNode* pNode, AccessMode mode, std::string& text);
+    void EnterMember(const CNode* pStep, AccessPath& path);
+    void EnterElement(const CNode* pStep, AccessPath& path);
+    AccessPath WalkPath(const CNode* pNode);
+    void ReportNoVariable(const CNode* pNode);
+    void GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
+    void GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
+    void GenerateRuntimeBase(const AccessPath& path, const std::string& area, std::string& text);
+    void GenerateRuntimeSubscripts(const AccessPath& path, std::string& text);
+    std::int64_t GetStructSize(const CType* pType);
+
+    // Statements.cpp
+    struct ForLoop;
+    struct CaseArm;
+    int GetFileNumber(const SourceLocation& location);
+    void GenerateAccessLine(const CNode* pNode, AccessMode mode, std::string& text);
+    void GenerateAssignment(const CNode* pNode, std::string& text);
+    void GenerateStringAssignment(const CNode* pTarget, const CNode* pLiteral, std::string& text);
+    void GenerateCopy(const CNode* pTarget, const CNode* pValue, std::string& text);
+    void GenerateIf(const CNode* pNode, std::string& text);
+    std::string GenerateElsifItems(const CNode* pItems, bool hasElse, const std::string& endLabel, std::string& text);
+    void GenerateElse(const CNode* pList, const std::string& elseLabel, const std::string& endLabel, std::string& text);
+    void GenerateWhile(const CNode* pNode, std::string& text);
+    void GenerateRepeat(const CNode* pNode, std::string& text);
+    bool GenerateFor(const CNode* pNode, std::string& text);      // false: without the last line end
+    void GenerateForCompare(const ForLoop& loop, std::string_view comparison, std::string& text);
+    void GenerateForConstantStep(const ForLoop& loop, std::string& text);
+    void GenerateForTestedBelow(const ForLoop& loop, std::string& text);
+    void GenerateForTestedAbove(const ForLoop& loop, std::string& text);
+    void GenerateForStepTest(const ForLoop& loop, std::string_view comparison, const std::string& label, std::string& text);
+    void GenerateForWithVariableStep(const ForLoop& loop, std::string& text);
+    std::vector<CaseArm> BuildCaseArms(const CNode* pPairs);
+    void GenerateCase(const CNode* pNode, std::string& text);
+    bool GenerateExit(const CNode* pNode, std::string& text);     // false: without the last line end
+    std::size_t m_FilesNumbered = 0;                              // sources that are in m_FileNumbers already
+    std::string m_LastFileName;                                   // answered last by GetFileNumber
+    int m_LastFileNumber = 0;
+
+    // FbCalls.cpp
+    struct FbCall;
+    struct FbParameter;
+    FbCall DescribeFbCall(const CNode* pNode) const;
+    FbParameter DescribeFbParameter(const FbCall& call, const CNode* pNode) const;
+    void GenerateValueOrAddress(CNode* pValue, bool isAddress, std::string& text);
+    void GeneratePointedMember(const FbCall& call, const FbParameter& parameter, std::string& text);
+    void GenerateSlotMember(const FbCall& call, const FbParameter& parameter, std::string& text);
+    void GenerateInputToMemory(const FbParameter& parameter, std::string& text);
+    void GenerateFbInput(const FbCall& call, const FbParameter& parameter, std::string& text);
+    void GenerateFbJump(const FbCall& call, std::string& text);
+    void GenerateOutputFromMemory(const FbParameter& parameter, std::string& text);
+    void GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, std::string& text);
+    void GenerateFbOutput(const FbCall& call, const FbParameter& parameter, std::string& text);
+    void GenerateFbCall(const CNode* pNode, std::string& text);
+
+    // PouFrames.cpp
+    bool BeginFrame(const CNode* pNode);
+    void WritePouHeader(const CPou* pPou);
+    void WriteFunctionFrame(CNode* pNode);
+    void WriteFunctionBlockFrame(CNode* pNode);
+    void WriteProgramFrame(CNode* pNode);
+    void WriteBody(const CNode* pNode);
+    void WriteMemberSlot(const CTypeStructFB* pStruct, int position);
+    void WriteReturnLabel();
+    void WriteInitializationCalls(const CProgram* pProgram);
+    bool IsUnusedMember(const CMember* pMember) const;
+    void GenerateLocalList(std::string& text, std::int32_t& sizeBytes);
+    void GenerateInputParameters(const CPou* pPou, std::string& text);
+    void GenerateLocalInitialization(std::string& text);
+    void GenerateReturnValue(const CPou* pPou, std::string& text);
+
+    // Initialization.cpp
+    void WriteInitialization(std::string_view name, std::string_view title, bool isRetain);
+    std::vector<const CVariable*> GetVariablesToInitialize(bool isRetain) const;
+    void GenerateStringInit(const CVariable* pVariable, std::string& text) const;
+    std::unordered_set<const CType*> m_SilentStructs;             // their defaults write nothing
+
+    // StackAnalysis.cpp
+    void ReadStackSettings();
+    std::int64_t GetCallSize(const CPou* pPou) const;
+    void WalkCallees(CXmlNode* pParent, const CPou* pPou, std::int64_t base);
+    void WalkProgram(CXmlNode* pCallTree, const CPou* pProgram);
+
+    // DebugInformation.cpp
+    struct DebugSigns                                             // the texts that the checksums are taken over
+    {
+        std::string global;
+        std::string retain;
+    };
+    std::int64_t GetInnermostStride(const CType* pType, const CArrayOfArrayIndex* pIndex) const;
+    const CType* GetDebugType(const CType* pType) const;
+    std::int32_t GetSegment(const CVariable* pVariable) const;
+    CXmlNode* WriteDebugInfo(CXmlNode& root) const;
+    void AddVariableElement(CXmlNode* pList, const CVariable* pVariable, DebugSigns& signs) const;
+    void AddMemberElement(CXmlNode* pParent, const CTypeStruct* pStruct, const CMember* pMember) const;
+    void AddTypeElement(CXmlNode* pList, const CType* pType) const;
+    static void SetSigns(CXmlNode* pElement, const DebugSigns& signs);
+
+    CNorvane& m_Norvane;
+    CErrorHandler* m_ErrorHandler;
+    CMemoryHandler* m_MemoryHandler;
+    std::unordered_map<std::string, int> m_FileNumbers;           // name to position in the compiled list
+};

@@ -1,0 +1,348 @@
+// Expressions. The machine is a pure stack machine, so an expression is its operands in order and one
+// instruction behind them.
+
+#include "codegen/CodeGeneration.h"
+
+#include "files/Fatal.h"
+#include "files/Format.h"
+#include "frontend/Node.h"
+#include "model/CastFunction.h"
+#include "model/Pou.h"
+#include "model/Type.h"
+#include "model/Variable.h"
+#include "semantics/Norvane.h"
+
+// Appends the node's text. Whatever a branch has written, one more line end follows it, so a branch whose
+// last line is closed already leaves an empty line. That is wanted, as are the two exceptions: a dead FOR and
+// an EXIT out of a loop end without it. A kind that generates nothing gives the line end alone.
+void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
+{
+    if (!pNode) InternalFault("a tree has no node where code is generated");
+    switch (pNode->nKind) {
+        case '+':
+        case '-':
+        case '*':
+        case '/':
+        case MOD:
+        case POWER:
+        case EQUAL:
+        case NOT_EQUAL:
+        case GREATER_EQUAL:
+        case LESS_EQUAL:
+        case GREATER:
+        case LESS:
+        case OR:
+        case XOR:
+        case AND: GenerateOperatorChain(pNode, text); return;   // ends each of its nodes itself
+
+        case IMM_INTEGER: GenerateInteger(pNode, text); break;
+        case IMM_REAL: GenerateReal(pNode, text); break;
+        case TRUE: text += "\tPUSH(BOOL)\t1"; break;
+        case FALSE: text += "\tPUSH(BOOL)\t0"; break;
+        case STR_DIR: GenerateStringLiteral(pNode, text); break;
+        case IDENTIFIER:
+        case DOT:
+        case ARRAY_ELEMENT: GenerateVariableAccess(pNode, AccessMode::Read, text); break;
+        case CAST_FUNCTION_CALL: GenerateCast(pNode, text); break;
+        case FUNCTION_CALL: GenerateFunctionCall(pNode, text); break;
+
+        case UNARY_MINUS: GenerateUnary(pNode, "\tNEG", text); break;
+        case NOT: GenerateUnary(pNode, "\tNOT", text); break;
+        case ABS: GenerateUnary(pNode, "\tABS", text); break;
+        case SQRT: GenerateUnary(pNode, "\tSQRT", text); break;
+        case SHL: GenerateShift(pNode, "\tSHL", text); break;
+        case SHR: GenerateShift(pNode, "\tSHR", text); break;
+        case ROL: GenerateShift(pNode, "\tROL", text); break;
+        case ROR: GenerateShift(pNode, "\tROR", text); break;
+        case MULDIV: GenerateMulDiv(pNode, text); break;
+        case MIN: GenerateMinMax(pNode, "\tMIN", text); break;
+        case MAX: GenerateMinMax(pNode, "\tMAX", text); break;
+        case LIMIT: GenerateLimit(pNode, text); break;
+
+        case ASSIGN: GenerateAssignment(pNode, text); break;
+        case IF: GenerateIf(pNode, text); break;
+        case WHILE: GenerateWhile(pNode, text); break;
+        case REPEAT: GenerateRepeat(pNode, text); break;
+        case FOR:
+            if (!GenerateFor(pNode, text)) return;
+            break;
+        case CASE: GenerateCase(pNode, text); break;
+        case EXIT:
+            if (!GenerateExit(pNode, text)) return;
+            break;
+        case RETURN: text += "\tJMP " + m_Label.GetReturnLabel(); break;
+        case FUNCTION_BLOCK: GenerateFbCall(pNode, text); break;
+        case SYSTEM: AppendFormat(text, "\tSYS %d", static_cast<std::int32_t>(pNode->Child(0)->nValue)); break;
+        default: break;
+    }
+    text += '\n';
+}
+
+bool CCodeGeneration::IsFalseLiteral(const CNode* pNode)
+{
+    return pNode->nKind == FALSE || (pNode->nKind == IMM_INTEGER && pNode->nValue == 0);
+}
+
+bool CCodeGeneration::IsTrueLiteral(const CNode* pNode)
+{
+    return pNode->nKind == TRUE || (pNode->nKind == IMM_INTEGER && pNode->nValue == 1);
+}
+
+// ---- Leaves
+
+void CCodeGeneration::GenerateInteger(const CNode* pNode, std::string& text)
+{
+    const CType* pType = GetNodeType(pNode);
+    text += "\tPUSH(" + (pType ? pType->m_Name : "INT") + ")\t" + std::to_string(pNode->nValue);
+}
+
+void CCodeGeneration::GenerateReal(const CNode* pNode, std::string& text)
+{
+    const CType* pType = GetNodeType(pNode);
+    text += "\tPUSH(" + (pType ? pType->m_Name : "REAL") + ")\t";
+    AppendFormat(text, "%f", pNode->dValue);
+}
+
+// One line to a byte, first byte first; neither a length nor an end mark. Kept: no blank behind PUSH, unlike
+// in an assignment.
+void CCodeGeneration::GenerateStringLiteral(const CNode* pNode, std::string& text)
+{
+    for (const char byte : pNode->szString) {
+        AppendFormat(text, "\tPUSH%d ;", static_cast<signed char>(byte));
+        text += byte;
+        text += '\n';
+    }
+}
+
+// ---- Operators with two operands
+
+namespace
+{
+
+struct OperatorMnemonic
+{
+    int kind;
+    std::string_view text;
+};
+
+constexpr OperatorMnemonic g_OperatorMnemonics[] = {
+    {'+', "\tADD"},          {'-', "\tSUB"},           {'*', "\tMUL"},        {'/', "\tDIV"},
+    {MOD, "\tMOD"},          {EQUAL, "\tCMP EQ"},      {NOT_EQUAL, "\tCMP NE"}, {GREATER_EQUAL, "\tCMP GE"},
+    {LESS_EQUAL, "\tCMP LE"}, {GREATER, "\tCMP GT"},   {LESS, "\tCMP LT"},    {XOR, "\tXOR"},
+    {AND, "\tAND"},          {OR, "\tOR"},             {POWER, "\tPOW"},
+};
+
+}   // namespace
+
+// Empty for a node that isn't an operator with two operands.
+static std::string_view GetOperatorMnemonic(int kind)
+{
+    for (const OperatorMnemonic& entry : g_OperatorMnemonics)
+        if (entry.kind == kind) return entry.text;
+    return {};
+}
+
+bool CCodeGeneration::UsesShortcut(const CNode* pNode) const
+{
+    if (pNode->nKind != AND && pNode->nKind != OR) return false;
+    const CType* pLeft = GetNodeType(pNode->Child(0));
+    return m_Norvane.m_BooleanShortcut && pLeft && pLeft->IsBool();
+}
+
+// The left operand decides alone; the right one generates nothing, and no function in it counts as called.
+bool CCodeGeneration::IsDecidedByLeft(const CNode* pNode) const
+{
+    if (!UsesShortcut(pNode)) return false;
+    return pNode->nKind == AND ? IsFalseLiteral(pNode->Child(0)) : IsTrueLiteral(pNode->Child(0));
+}
+
+// a + b + c + ... nests to the left as deep as the source is long, so the left side is a loop: down to the
+// innermost left operand, writing what stands in front of each node's operands, and up again with the right
+// operands and the instructions. A label of a node is drawn before those of its operands.
+void CCodeGeneration::GenerateOperatorChain(CNode* pNode, std::string& text)
+{
+    struct Level
+    {
+        CNode* pNode;
+        std::string label;   // where the shortcut jumps to; empty if the node has none
+    };
+    std::vector<Level> levels;
+
+    CNode* pLeft = pNode;
+    bool isDecided = false;
+    while (!GetOperatorMnemonic(pLeft->nKind).empty()) {
+        if (pLeft->nKind == AND) text += "\t;and\n";
+        if (pLeft->nKind == OR) text += "\t;or\n";
+        isDecided = IsDecidedByLeft(pLeft);
+        if (isDecided) break;
+        std::string label;
+        if (UsesShortcut(pLeft)) label = m_Label.NewLabel();
+        levels.push_back({pLeft, label});
+        pLeft = pLeft->Child(0);
+    }
+
+    if (isDecided) text += pLeft->nKind == AND ? "\tPUSH(BOOL)\t0\n" : "\tPUSH(BOOL)\t1\n";
+    else GenerateNode(pLeft, text);
+
+    while (!levels.empty()) {
+        const Level& level = levels.back();
+        if (level.label.empty()) GenerateOperation(level.pNode, text);
+        else GenerateShortcut(level.pNode, level.label, text);
+        text += '\n';
+        levels.pop_back();
+    }
+}
+
+//	;and                    this line and the left operand are written already
+//	...
+//	DUP(BOOL)
+//	JNC LABEL0001
+//	POP(BOOL)
+//	...
+//	LABEL0001:
+void CCodeGeneration::GenerateShortcut(const CNode* pNode, const std::string& label, std::string& text)
+{
+    text += "\tDUP(BOOL)\n";
+    text += (pNode->nKind == AND ? "\tJNC " : "\tJC ") + label + "\n";
+    text += "\tPOP(BOOL)\n";
+    GenerateNode(pNode->Child(1), text);
+    text += "\t" + label + ":\n";
+}
+
+// The right operand and the instruction; the left operand is on the stack already.
+void CCodeGeneration::GenerateOperation(const CNode* pNode, std::string& text)
+{
+    GenerateNode(pNode->Child(1), text);
+    if (pNode->nKind == POWER) {
+        GeneratePower(pNode, text);
+        return;
+    }
+    text += GetOperatorMnemonic(pNode->nKind);
+    text += GetNodeSuffix(pNode->Child(0));
+    // Kept: without jumps AND and OR close their line themselves, so an empty line follows.
+    if (pNode->nKind == AND || pNode->nKind == OR) text += '\n';
+}
+
+// The exponent goes to the machine as REAL or INT; the type of the instruction is the base's.
+void CCodeGeneration::GeneratePower(const CNode* pNode, std::string& text)
+{
+    const CType* pExponent = GetNodeType(pNode->Child(1));
+    const bool isReal = pExponent && pExponent->IsReal();
+    GenerateConversion(pNode->Child(1), isReal ? "REAL" : "INT", text);
+    text += (isReal ? "\tPOWR" : "\tPOW") + GetNodeSuffix(pNode->Child(0));
+}
+
+// Kept: decided by the type object, so an alias of the type is converted too.
+void CCodeGeneration::GenerateConversion(const CNode* pNode, std::string_view typeName, std::string& text)
+{
+    const CType* pType = GetNodeType(pNode);
+    if (pType && pType == m_Norvane.m_DataTypes.FindType(typeName)) return;
+    text += "\tTO_" + std::string(typeName) + GetTypeSuffix(pType) + "\n";
+}
+
+// ---- Other operators
+
+void CCodeGeneration::GenerateUnary(const CNode* pNode, std::string_view mnemonic, std::string& text)
+{
+    GenerateNode(pNode->Child(0), text);
+    text += mnemonic;
+    text += GetNodeSuffix(pNode->Child(0));
+}
+
+void CCodeGeneration::GenerateShift(const CNode* pNode, std::string_view mnemonic, std::string& text)
+{
+    GenerateNode(pNode->Child(0), text);
+    GenerateNode(pNode->Child(1), text);
+    GenerateConversion(pNode->Child(1), "INT", text);
+    text += mnemonic;
+    text += GetNodeSuffix(pNode->Child(0));
+}
+
+void CCodeGeneration::GenerateMulDiv(const CNode* pNode, std::string& text)
+{
+    GenerateNode(pNode->Child(0), text);
+    GenerateNode(pNode->Child(1), text);
+    GenerateNode(pNode->Child(2), text);
+    text += "\tMULDIV" + GetNodeSuffix(pNode->Child(0));
+}
+
+// n arguments give n - 1 instructions.
+void CCodeGeneration::GenerateMinMax(const CNode* pNode, std::string_view mnemonic, std::string& text)
+{
+    const CNode* pList = pNode->Child(0);
+    const std::string suffix = GetNodeSuffix(pList);
+    GenerateNode(pList->Child(0), text);
+    for (int i = 1; i < pList->GetChildCount(); ++i) {
+        GenerateNode(pList->Child(i), text);
+        text += mnemonic;
+        text += suffix + "\n";
+    }
+}
+
+// LIMIT(minimum, value, maximum)
+void CCodeGeneration::GenerateLimit(const CNode* pNode, std::string& text)
+{
+    const std::string suffix = GetNodeSuffix(pNode->Child(0));
+    GenerateNode(pNode->Child(0), text);
+    GenerateNode(pNode->Child(1), text);
+    text += "\tMAX" + suffix + "\n";
+    GenerateNode(pNode->Child(2), text);
+    text += "\tMIN" + suffix;
+}
+
+//	TO_REAL (INT)
+//
+void CCodeGeneration::GenerateCast(const CNode* pNode, std::string& text)
+{
+    const CCastFunction* pCast = pNode->pCast;
+    if (!pCast) InternalFault("a cast has no function");
+    GenerateNode(pNode->Child(0), text);
+    text += ToUpperCase("\tTO_" + pCast->m_To->m_Name + " (" + pCast->m_From->m_Name + ")\n");
+}
+
+// ---- Calls of functions
+
+std::string CCodeGeneration::GetFunctionLabel(const CPou* pPou) const
+{
+    const CFunction* pFunction = const_cast<CPou*>(pPou)->AsFunction();
+    const CFunctionOverLoad* pOverload = pFunction ? m_Norvane.m_Pous.FindOverload(pPou->m_Name) : nullptr;
+    const int index = pOverload ? pOverload->GetIndex(pFunction) : 0;
+    if (index <= 0) return pPou->m_Name;   // the first form has no number, and is the only one while it is alone
+    return pPou->m_Name + FormatText("__%d", index);
+}
+
+static bool IsAggregate(const CType* pType)
+{
+    return pType && pType->IsAggregate();
+}
+
+// A variable that the callee writes goes by its address. Structures and arrays do in any case, input or not,
+// since reading one pushes its address.
+void CCodeGeneration::GenerateActualParameter(CNode* pActual, const CVariable& formal, std::string& text)
+{
+    if (!pActual->IsVariableAccess()) {
+        GenerateNode(pActual, text);
+        return;
+    }
+    const bool byAddress = formal.IsHeldByPointer() && !IsAggregate(formal.m_Type);
+    GenerateVariableAccess(pActual, byAddress ? AccessMode::Address : AccessMode::Read, text);
+    text += '\n';
+}
+
+void CCodeGeneration::GenerateFunctionCall(CNode* pNode, std::string& text)
+{
+    CFunction* pFunction = pNode->pPou ? pNode->pPou->AsFunction() : nullptr;
+    if (!pFunction) InternalFault("a call of " + pNode->szName + " has no function");
+
+    const CNode* pActuals = pNode->GetChildCount() > 0 ? pNode->Child(0) : nullptr;
+    const int count = pActuals ? pActuals->GetChildCount() : 0;
+    if (count > static_cast<int>(pFunction->m_Parameters.size()))
+        InternalFault("a call of " + pNode->szName + " has too many parameters");
+    for (int i = 0; i < count; ++i)
+        GenerateActualParameter(pActuals->Child(i), *pFunction->m_Parameters[static_cast<std::size_t>(i)], text);
+
+    if (m_CurrentPou) m_CurrentPou->AddCallee(pFunction);
+    text += "\tJSR FUNCTION_" + GetFunctionLabel(pFunction);
+    const bool isStatement = pNode->nValue == 1;
+    if (isStatement && pFunction->m_ReturnVariable) text += "\n\tPOP" + GetTypeSuffix(pFunction->m_ReturnType);
+}

@@ -1,0 +1,249 @@
+// Calls of function block instances. The caller moves the inputs into the instance, calls the block with the
+// instance's address on the stack, and moves the outputs out again.
+
+#include "codegen/CodeGeneration.h"
+
+#include "files/Fatal.h"
+#include "files/Format.h"
+#include "frontend/Node.h"
+#include "model/Member.h"
+#include "model/Pou.h"
+#include "model/Type.h"
+#include "model/TypeStruct.h"
+#include "model/Variable.h"
+#include "semantics/Norvane.h"
+#include "semantics/Wrapping.h"
+#include "target/MemoryHandler.h"
+
+// How the members of the called instance are reached.
+enum class InstancePlace
+{
+    Memory,      // at their place in the area
+    Pointer,     // the instance is an output or in-out parameter
+    BodyMemory,  // from inside a function block, at their place in the area
+    BodyMember   // from inside a function block, of which the instance is a member
+};
+
+struct CCodeGeneration::FbCall
+{
+    const CNode* pNode;
+    const CVariable* pInstance;
+    const CTypeStruct* pStruct;
+    const CNode* pParameters = nullptr;   // null: none
+    CNode* pLastAssigned = nullptr;       // the value that the last ":=" of the call assigns; null without one
+    std::string area{};                   // kept: "local+" or "global+", RETAIN and AT are not looked at
+    InstancePlace place = InstancePlace::Memory;
+    int slot = 0;                         // BodyMember: position of the instance in the calling block
+};
+
+// One parameter of a call.
+struct CCodeGeneration::FbParameter
+{
+    CNode* pValue;
+    const CMember* pMember;
+    int position = 0;         // of the member in the instance
+    int bit = 0;
+    bool isInOut = false;
+    bool isAggregate = false;
+    std::string suffix{};     // of the member's type
+    std::string memory{};     // "[local+4].3"
+    std::string comment{};    // "fb.in"
+};
+
+CCodeGeneration::FbCall CCodeGeneration::DescribeFbCall(const CNode* pNode) const
+{
+    const CVariable* pInstance = pNode->pVariable;
+    const CTypeStructFB* pStruct = pInstance && pInstance->m_Type ? pInstance->m_Type->AsStructFB() : nullptr;
+    if (!pStruct || !pStruct->m_FunctionBlock) InternalFault("a call of " + pNode->szName + " has no function block");
+
+    FbCall call{.pNode = pNode, .pInstance = pInstance, .pStruct = pStruct};
+    if (pNode->GetChildCount() > 0) {
+        call.pParameters = pNode->Child(0);
+        for (const CNode* pParameter : call.pParameters->m_Children)
+            if (pParameter->nKind == ASSIGN_FB) call.pLastAssigned = pParameter->Child(1);
+    }
+    call.area = pInstance->m_IsLocal ? "local+" : "global+";
+    if (m_CurrentFb)
+        call.place = FindCurrentFbMember(pInstance, call.slot) ? InstancePlace::BodyMember : InstancePlace::BodyMemory;
+    else if (pInstance->IsHeldByPointer())
+        call.place = InstancePlace::Pointer;
+    return call;
+}
+
+CCodeGeneration::FbParameter CCodeGeneration::DescribeFbParameter(const FbCall& call, const CNode* pNode) const
+{
+    const CMember* pMember = pNode->Child(0)->pMember;
+    if (!pMember || !pMember->m_Type) InternalFault("a parameter of the call of " + call.pNode->szName + " has no member");
+
+    FbParameter parameter{.pValue = pNode->Child(1), .pMember = pMember};
+    call.pStruct->FindMember(pMember->m_Name, &parameter.position);
+    parameter.bit = call.pStruct->GetBoolBit(pMember);
+    parameter.isInOut = pMember->IsInOut();
+    parameter.isAggregate = pMember->m_Type->IsAggregate();
+    parameter.suffix = GetTypeSuffix(pMember->m_Type);
+    const std::int64_t offsetBytes = WrapAdd(pMember->m_Offset, call.pInstance->m_Offset);
+    parameter.memory = "[" + call.area + FormatText("%d]", static_cast<std::int32_t>(offsetBytes));
+    if (pMember->m_Type->IsBool()) AppendFormat(parameter.memory, ".%d", parameter.bit);
+    parameter.comment = call.pInstance->m_Name + "." + pMember->m_Name;
+    return parameter;
+}
+
+// An address needs a variable; a value can be any expression, and reads a variable in the same words.
+void CCodeGeneration::GenerateValueOrAddress(CNode* pValue, bool isAddress, std::string& text)
+{
+    if (isAddress) GenerateAccessLine(pValue, AccessMode::Address, text);
+    else GenerateNode(pValue, text);
+}
+
+//	PUSH(UDINT) [local+0] ; fb
+//	PUSH(UDINT)	8
+//	ADD(UDINT)
+//
+// Kept: the member is looked for where its position, not its offset says, and the first one at the start.
+void CCodeGeneration::GeneratePointedMember(const FbCall& call, const FbParameter& parameter, std::string& text)
+{
+    const std::string pointer = GetPointerSuffix();
+    text += "\tPUSH" + GetVariableOperand(call.pInstance) + "\n";
+    if (parameter.position == 0) return;
+    text += "\tPUSH" + pointer + "\t" + GetSlotText(parameter.position) + "\n";
+    text += "\tADD" + pointer + "\n";
+}
+
+//	PUSH(UDINT)	[local+8]	;&fb
+//	PUSH(UDINT)	4
+//	ADD(UDINT)
+void CCodeGeneration::GenerateSlotMember(const FbCall& call, const FbParameter& parameter, std::string& text)
+{
+    const std::string pointer = GetPointerSuffix();
+    text += "\tPUSH" + pointer + "\t[local+" + GetSlotText(call.slot) + "]\t;&" + call.pInstance->m_Name + "\n";
+    if (parameter.pMember->m_Offset == 0 && parameter.bit < 1) return;
+    text += "\tPUSH" + pointer + "\t" + GetPackedOffset(parameter.pMember->m_Offset, parameter.bit) + "\n";
+    text += "\tADD" + pointer + "\n";
+}
+
+// ---- Inputs
+
+//	PUSH(INT)	[local+4]	;x
+//	POP(INT)	[local+12]	;fb.in
+void CCodeGeneration::GenerateInputToMemory(const FbParameter& parameter, std::string& text)
+{
+    const std::string pointer = GetPointerSuffix();
+    const std::string destination = "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
+    if (parameter.isInOut) {   // the instance keeps the address
+        GenerateAccessLine(parameter.pValue, parameter.isAggregate ? AccessMode::Read : AccessMode::Address, text);
+        text += "\tPOP" + pointer + destination;
+    } else if (parameter.isAggregate) {
+        GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
+        text += "\tPUSH&" + pointer + destination;
+        AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(GetCopySize(parameter.pMember, parameter.pValue)));
+    } else {
+        GenerateNode(parameter.pValue, text);
+        text += "\tPOP" + parameter.suffix + destination;
+    }
+}
+
+void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& parameter, std::string& text)
+{
+    switch (call.place) {
+        case InstancePlace::Memory: GenerateInputToMemory(parameter, text); break;
+        case InstancePlace::Pointer:
+            GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
+            GeneratePointedMember(call, parameter, text);
+            text += "\tPOPI" + parameter.suffix + "\n";
+            break;
+        case InstancePlace::BodyMemory:
+            GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
+            text += "\tPOP" + parameter.suffix + "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
+            break;
+        case InstancePlace::BodyMember:
+            GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
+            GenerateSlotMember(call, parameter, text);
+            text += "\tPOPI" + (parameter.isInOut ? GetPointerSuffix() : parameter.suffix) + "\n";
+            break;
+    }
+}
+
+// ---- The call itself
+
+//	PUSH&(UDINT)	[local+12]	;fb
+//	JSR FUNCTION_counter
+void CCodeGeneration::GenerateFbJump(const FbCall& call, std::string& text)
+{
+    const CVariable* pInstance = call.pInstance;
+    if (pInstance->m_IsLocal && m_CurrentFb) {
+        text += "\tPUSH";
+        GenerateFbMemberAccess(call.pNode, FbAccessForm::Plain, text);
+        text += '\n';
+    } else {
+        const bool isPointer = pInstance->m_IsLocal && pInstance->IsHeldByPointer();
+        text += (isPointer ? "\tPUSH" : "\tPUSH&") + GetPointerSuffix() + "\t[" + call.area +
+                FormatText("%d]\t;", pInstance->m_Offset) + pInstance->m_Name + "\n";
+    }
+    CPou* pFb = pInstance->m_Type->AsStructFB()->m_FunctionBlock;
+    text += "\tJSR FUNCTION_" + pFb->m_Name + "\n";
+    if (m_CurrentPou) m_CurrentPou->AddCallee(pFb);
+}
+
+// ---- Outputs
+
+//	PUSH(INT)	[local+12]	;fb.out
+//	POP(INT)	[local+4]	;x
+void CCodeGeneration::GenerateOutputFromMemory(const FbParameter& parameter, std::string& text)
+{
+    const std::string source = "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
+    if (!parameter.isAggregate) {
+        text += "\tPUSH" + parameter.suffix + source;
+        GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
+        return;
+    }
+    text += "\tPUSH&" + GetPointerSuffix() + source;
+    GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
+    AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(GetCopySize(parameter.pMember, parameter.pValue)));
+}
+
+// Kept: what follows the output's value isn't the store into its target but the last value assigned in this
+// call. A call that assigns none has nothing to write here and can't be generated.
+void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, std::string& text)
+{
+    GeneratePointedMember(call, parameter, text);
+    text += "\tPUSHI" + parameter.suffix + "\n";
+    if (!call.pLastAssigned) {
+        const SourceLocation& where = call.pNode->location;
+        InternalFault((where.szFile ? where.szFile : "") + FormatText("(%d,%d)", where.nFirstLine, where.nFirstColumn) +
+                      ": the call of " + call.pInstance->m_Name + " takes an output and assigns no input");
+    }
+    GenerateValueOrAddress(call.pLastAssigned, parameter.isInOut, text);
+}
+
+void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& parameter, std::string& text)
+{
+    switch (call.place) {
+        case InstancePlace::Memory: GenerateOutputFromMemory(parameter, text); break;
+        case InstancePlace::Pointer: GenerateOutputFromPointer(call, parameter, text); break;
+        case InstancePlace::BodyMemory:   // kept: blanks in front of the bracket and behind the ";"
+            text += "\tPUSH" + parameter.suffix + " " + parameter.memory + "\t; " + parameter.comment + "\n";
+            GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
+            break;
+        case InstancePlace::BodyMember:
+            GenerateSlotMember(call, parameter, text);
+            text += "\tPUSHI" + parameter.suffix + "\n";
+            GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
+            break;
+    }
+}
+
+// Inputs in order, the call, outputs in order. An input that is left out keeps its value in the instance.
+void CCodeGeneration::GenerateFbCall(const CNode* pNode, std::string& text)
+{
+    const FbCall call = DescribeFbCall(pNode);
+    const int count = call.pParameters ? call.pParameters->GetChildCount() : 0;
+    for (int i = 0; i < count; ++i) {
+        const CNode* pParameter = call.pParameters->Child(i);
+        if (pParameter->nKind == ASSIGN_FB) GenerateFbInput(call, DescribeFbParameter(call, pParameter), text);
+    }
+    GenerateFbJump(call, text);
+    for (int i = 0; i < count; ++i) {
+        const CNode* pParameter = call.pParameters->Child(i);
+        if (pParameter->nKind == ARROW) GenerateFbOutput(call, DescribeFbParameter(call, pParameter), text);
+    }
+}

@@ -1,0 +1,394 @@
+// Initial values as code: the two generated functions for global and retain variables, and the stores for any
+// one variable, which the frames of functions and programs use for locals. All memory counts as zero at the
+// start, so a zero writes nothing.
+//
+// The spellings of the PUSH and POP lines differ between plain variables, members with a value of their
+// structure's initialiser, members with their own default, and array elements. All four are wanted.
+
+#include "codegen/CodeGeneration.h"
+
+#include "frontend/ErrorHandler.h"
+#include "model/ArrayIndex.h"
+#include "model/InitValue.h"
+#include "model/Member.h"
+#include "model/Type.h"
+#include "model/TypeArray.h"
+#include "model/TypeStruct.h"
+#include "model/Variable.h"
+#include "target/MemoryHandler.h"
+
+#include <algorithm>
+
+// ------------------------------------------------------------------------------------------------------
+// Members and elements.
+
+namespace
+{
+
+// A structure or array whose parts are being walked. Structures can be declared one inside the other as deep
+// as a source is long, so the walk keeps its frames itself instead of recursing.
+struct InitFrame
+{
+    const CTypeStruct* pStruct = nullptr;         // one of these two is set
+    const CTypeArray* pArray = nullptr;
+    const CArrayOfArrayIndex* pIndex = nullptr;   // of an array, null if it has no bounds
+    int level = 0;                                // of that index
+    const CInitValue* pInit = nullptr;            // null: the defaults of the parts count
+    std::int64_t offset = 0;                      // bytes in the area
+    std::size_t nameLength = 0;                   // how much of the walk's name belongs to this frame
+    std::size_t textLength = 0;                   // of the text when the frame was entered
+    std::int64_t next = 0;                        // the part that comes next
+    int bit = 0;                                  // the running bit of a structure's scalars
+
+    // Of arrays only.
+    std::int64_t count = 0;                       // elements
+    std::int64_t stride = 0;                      // bytes
+    std::size_t nextEntry = 0;                    // of the initialiser
+    const CInitValue* pElementInit = nullptr;     // of the elements up to runEnd
+    std::int64_t runEnd = 0;
+    std::size_t textBeforeElement = 0;            // length of the text when the last element was entered
+};
+
+// Writes the stores of one structure or array variable.
+class CInitWalk
+{
+public:
+    CInitWalk(const CCodeGeneration& code, std::unordered_set<const CType*>& silentStructs, std::string& text)
+        : m_Code(code), m_SilentStructs(silentStructs), m_Text(text)
+    {
+    }
+
+    void Run(const CVariable& variable);
+
+private:
+    void Enter(const CType* pType, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
+               const CInitValue* pInit);
+    void EnterStruct(const CTypeStruct* pStruct, std::int64_t offset, const CInitValue* pInit);
+    void EnterArray(const CTypeArray* pArray, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
+                    const CInitValue* pInit);
+    void StepStruct();
+    void StepArray();
+    void WriteScalarMember(InitFrame& frame, const CMember& member, std::int64_t offset);
+    void WriteScalarElements(const CTypeArray& array, const CInitArray& init, std::int64_t offset, std::int64_t count,
+                             std::int64_t stride);
+    void WriteElement(const CType& type, std::string_view value, std::int64_t position, std::string_view bitText,
+                      std::int64_t element);
+    void AppendStore(const CType& type, std::int64_t offset, std::string_view bitText);
+
+    const CCodeGeneration& m_Code;
+    std::unordered_set<const CType*>& m_SilentStructs;
+    std::string& m_Text;
+    std::string m_Name;               // of the part being walked; a frame cuts it back to its own length
+    std::vector<InitFrame> m_Frames;
+};
+
+}   // namespace
+
+static bool IsAggregate(const CType* pType)
+{
+    return pType && pType->IsAggregate();
+}
+
+static const CInitArray* AsInitArray(const CInitValue* pInit)
+{
+    return pInit && pInit->IsArray() ? static_cast<const CInitArray*>(pInit) : nullptr;
+}
+
+// What the structure's initialiser says of the member; null if nothing, or if it is no structure's.
+static const CInitValue* FindMemberInit(const CInitValue* pInit, const CMember& member)
+{
+    return pInit && pInit->IsStruct() ? static_cast<const CInitStruct*>(pInit)->Find(member.m_Name) : nullptr;
+}
+
+static bool TakesWholeBytes(const CType& type)
+{
+    return type.m_SizeBits == -1 || type.m_SizeBits % 8 == 0;
+}
+
+static std::string BitText(int bit)
+{
+    return "." + std::to_string(bit);
+}
+
+void CInitWalk::Run(const CVariable& variable)
+{
+    m_Name = variable.m_Name;
+    Enter(variable.m_Type, variable.m_Offset, variable.GetIndex(), 0, variable.m_InitValue.get());
+    while (!m_Frames.empty()) {
+        if (m_Frames.back().pStruct) StepStruct();
+        else StepArray();
+    }
+}
+
+void CInitWalk::Enter(const CType* pType, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
+                      const CInitValue* pInit)
+{
+    if (const CTypeStruct* pStruct = pType->AsStruct()) EnterStruct(pStruct, offset, pInit);
+    else if (const CTypeArray* pArray = pType->AsArray()) EnterArray(pArray, offset, pIndex, level, pInit);
+}
+
+void CInitWalk::EnterStruct(const CTypeStruct* pStruct, std::int64_t offset, const CInitValue* pInit)
+{
+    // A type whose defaults wrote nothing once never does: structures that hold each other many times over
+    // are walked once and not once for each place.
+    if (!pInit && m_SilentStructs.contains(pStruct)) return;
+    InitFrame frame;
+    frame.pStruct = pStruct;
+    frame.pInit = pInit;
+    frame.offset = offset;
+    frame.nameLength = m_Name.size();
+    frame.textLength = m_Text.size();
+    m_Frames.push_back(frame);
+}
+
+void CInitWalk::EnterArray(const CTypeArray* pArray, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
+                           const CInitValue* pInit)
+{
+    const CArrayIndex* pBounds = pIndex ? pIndex->GetLevel(level) : nullptr;
+    const std::int64_t count = pBounds ? pBounds->GetProduct() : 1;
+    const std::int64_t stride = pBounds ? m_Code.GetElementStride(pArray, pIndex, level, -1) : 0;
+    if (!pArray->m_Element) return;
+    if (!IsAggregate(pArray->m_Element)) {
+        // Elements have no defaults here: without an initialiser nothing is written, whatever their number.
+        if (const CInitArray* pValues = AsInitArray(pInit)) WriteScalarElements(*pArray, *pValues, offset, count, stride);
+        return;
+    }
+    InitFrame frame;
+    frame.pArray = pArray;
+    frame.pIndex = pIndex;
+    frame.level = level;
+    frame.pInit = pInit;
+    frame.offset = offset;
+    frame.nameLength = m_Name.size();
+    frame.count = count;
+    frame.stride = stride;
+    m_Frames.push_back(frame);
+}
+
+void CInitWalk::StepStruct()
+{
+    InitFrame& frame = m_Frames.back();
+    m_Name.resize(frame.nameLength);
+    if (frame.next == static_cast<std::int64_t>(frame.pStruct->m_Members.size())) {
+        if (!frame.pInit && m_Text.size() == frame.textLength) m_SilentStructs.insert(frame.pStruct);
+        m_Frames.pop_back();
+        return;
+    }
+    const CMember& member = *frame.pStruct->m_Members[static_cast<std::size_t>(frame.next++)];
+    if (!member.m_Type) return;
+    m_Name += '.';
+    m_Name += member.m_Name;
+    const std::int64_t offset = frame.offset + member.m_Offset;
+    if (!IsAggregate(member.m_Type)) {
+        WriteScalarMember(frame, member, offset);
+        return;
+    }
+    // Kept: the structure's initialiser doesn't reach an array member, which has its own value only.
+    const CInitValue* pGiven = member.m_Type->IsStruct() ? FindMemberInit(frame.pInit, member) : nullptr;
+    const CInitValue* pInit = pGiven ? pGiven : member.m_InitValue.get();
+    Enter(member.m_Type, offset, member.m_Index.get(), 0, pInit);   // may move the frames: `frame` ends here
+}
+
+//	PUSH(INT)	5
+//	POP(INT) 	[global+4];s.a
+// and for a member's own default
+//	PUSH(INT) 	5
+//	POP(INT) 	[global+4];s.a
+void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::int64_t offset)
+{
+    // Kept: the running bit counts the members that fill no byte and is not the member's bit number; members
+    // that are structures or arrays leave it alone.
+    const CType& type = *member.m_Type;
+    const bool isWhole = type.m_SizeBits % 8 == 0;
+    const std::string bitText = isWhole ? std::string() : BitText(frame.bit);
+    frame.bit = isWhole ? 0 : (frame.bit + type.m_SizeBits) % 8;
+
+    // With an initialiser only what it names is set; the member's own default doesn't come in then.
+    const CInitValue* pValue = frame.pInit ? FindMemberInit(frame.pInit, member) : member.m_InitValue.get();
+    const std::string value = pValue ? pValue->GetText(false) : std::string();
+    if (value.empty()) return;
+    m_Text += "\tPUSH(" + type.m_Name + (frame.pInit ? ")\t" : ") \t") + value + "\n";
+    AppendStore(type, offset, bitText);
+}
+
+//	POP(BOOL) 	[global+4].3;s.b
+void CInitWalk::AppendStore(const CType& type, std::int64_t offset, std::string_view bitText)
+{
+    m_Text += "\tPOP(" + type.m_Name + ") \t[" + m_Code.m_Area + std::to_string(offset) + "]";
+    m_Text += bitText;
+    m_Text += ';';
+    m_Text += m_Name;
+    m_Text += '\n';
+}
+
+// One element that is a structure or an array itself.
+void CInitWalk::StepArray()
+{
+    InitFrame& frame = m_Frames.back();
+    m_Name.resize(frame.nameLength);
+    // Elements of one value write alike: if the last one wrote nothing, the others of its run won't either.
+    if (frame.next > 0 && m_Text.size() == frame.textBeforeElement) frame.next = std::max(frame.next, frame.runEnd);
+    if (frame.next >= frame.count) {
+        m_Frames.pop_back();
+        return;
+    }
+    const CInitArray* pValues = AsInitArray(frame.pInit);
+    while (pValues && frame.next >= frame.runEnd && frame.nextEntry < pValues->m_Elements.size()) {
+        frame.pElementInit = pValues->m_Elements[frame.nextEntry].get();
+        frame.runEnd += pValues->m_Repeats[frame.nextEntry];
+        ++frame.nextEntry;
+    }
+    if (frame.next >= frame.runEnd) {   // behind the last value, where the defaults of the element type count
+        frame.pElementInit = nullptr;
+        frame.runEnd = frame.count;
+    }
+    const std::int64_t element = frame.next++;
+    frame.textBeforeElement = m_Text.size();
+    m_Name += "[" + std::to_string(element) + "]";
+    Enter(frame.pArray->m_Element, frame.offset + element * frame.stride, frame.pIndex, frame.level + 1,
+          frame.pElementInit);   // may move the frames: `frame` ends here
+}
+
+// Elements without a value need no look; of those with an empty text only the running bit counts. The position
+// of elements that fill no byte moves on by the stride with each element that starts a byte.
+void CInitWalk::WriteScalarElements(const CTypeArray& array, const CInitArray& init, std::int64_t offset,
+                                    std::int64_t count, std::int64_t stride)
+{
+    const CType& type = *array.m_Element;
+    const bool isWhole = TakesWholeBytes(type);
+    const int size = type.m_SizeBits;
+    std::int64_t position = offset;
+    std::int64_t runEnd = 0;
+    std::int64_t element = 0;
+    int bit = 0;
+    for (std::size_t entry = 0; entry < init.m_Elements.size() && element < count; ++entry) {
+        runEnd = runEnd + init.m_Repeats[entry];
+        const CInitValue* pValue = init.m_Elements[entry].get();
+        const std::string value = pValue ? pValue->GetText(false) : std::string();
+        const std::int64_t end = std::min(runEnd, count);
+        if (isWhole && value.empty()) element = std::max(element, end);
+        for (; element < end; ++element) {
+            if (isWhole) {
+                if (!value.empty()) WriteElement(type, value, offset + element * stride, {}, element);
+                continue;
+            }
+            const int reached = bit + size;
+            if ((reached == 1 && element != 0) || (size > 1 && reached > 7)) position += stride;
+            if (!value.empty()) WriteElement(type, value, position, BitText(bit), element);
+            bit = reached % 8;
+        }
+    }
+}
+
+//	PUSH(INT) 	7
+//	POP(INT) 	[global+2];a[1]
+void CInitWalk::WriteElement(const CType& type, std::string_view value, std::int64_t position,
+                             std::string_view bitText, std::int64_t element)
+{
+    const std::size_t nameLength = m_Name.size();
+    m_Name += "[" + std::to_string(element) + "]";
+    m_Text += "\tPUSH(" + type.m_Name + ") \t";
+    m_Text += value;
+    m_Text += '\n';
+    AppendStore(type, position, bitText);
+    m_Name.resize(nameLength);
+}
+
+// ------------------------------------------------------------------------------------------------------
+// Variables.
+
+//	PUSH(SINT)	97		;a
+//	POP(SINT)	[global+4]
+// for each byte. No end is written: the zeros of the area end a text that is shorter than its variable.
+void CCodeGeneration::GenerateStringInit(const CVariable* pVariable, std::string& text) const
+{
+    if (!pVariable->m_InitValue) return;
+    const std::string value = pVariable->m_InitValue->GetText(false);
+    std::int64_t offset = pVariable->m_Offset;
+    for (const char c : value) {
+        text += "\tPUSH(SINT)\t" + std::to_string(static_cast<int>(static_cast<signed char>(c))) + "\t\t;";
+        text += c;
+        text += "\n\tPOP(SINT)\t[" + m_Area + std::to_string(offset) + "]\n";
+        offset += pVariable->m_Type->m_Align;
+    }
+}
+
+void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::string& text)
+{
+    const CType* pType = pVariable->m_Type;
+    if (!pType) return;
+    // A constant whose uses are replaced by the value has no place; a store to offset -1 would spoil a neighbour.
+    if (pVariable->m_Size == -1 && m_MemoryHandler->IsSubstituted(pVariable)) return;
+    if (pType->IsAggregate()) {
+        CInitWalk(*this, m_SilentStructs, text).Run(*pVariable);
+        return;
+    }
+    if (pType->IsString()) {
+        GenerateStringInit(pVariable, text);
+        return;
+    }
+    const std::string value = pVariable->m_InitValue ? pVariable->m_InitValue->GetText(false) : std::string();
+    if (value.empty()) return;
+    text += "\tPUSH\t(" + pType->m_Name + ")\t" + value + "\n";
+    text += "\tPOP\t" + GetVariableOperand(pVariable) + "\n";
+}
+
+// ------------------------------------------------------------------------------------------------------
+// The two functions.
+
+std::vector<const CVariable*> CCodeGeneration::GetVariablesToInitialize(bool isRetain) const
+{
+    std::vector<const CVariable*> variables;
+    const auto take = [&](const std::vector<CVariable*>& list) {
+        for (const CVariable* pVariable : list) {
+            if (pVariable->m_IsRetain == isRetain && !m_MemoryHandler->IsSubstituted(pVariable))
+                variables.push_back(pVariable);
+        }
+    };
+    if (isRetain) take(m_MemoryHandler->m_LocalVariables);
+    take(m_MemoryHandler->m_GlobalVariables);
+    return variables;
+}
+
+//		;Variable (1024): x (INT,VAR_GLOBAL AT MW0)
+void CCodeGeneration::WriteInitialization(std::string_view name, std::string_view title, bool isRetain)
+{
+    if (m_ErrorHandler->GetErrorCount() > 0) return;
+    const std::vector<const CVariable*> variables = GetVariablesToInitialize(isRetain);
+
+    std::string text = "\n";
+    text += ";------------------------------------------------------------------------\n";
+    text.append("; FUNCTION: ").append(name).append("\n");
+    text += ";          Automatically created by compiler.\n";
+    text += "; ------------------------------------------------------------------------\n";
+    text.append("FUNCTION_").append(name).append(":\n");
+    text += "\n";
+    text += "\tLOCALDATA 0\n";
+    text += "\n";
+    text.append("\t;").append(title).append(" variable initialization\n");
+    // Kept: the list of the retain variables has this heading too.
+    text += "\n\t;Global Variable List---------------------------------\n";
+    for (const CVariable* pVariable : variables) {
+        text += "\t\t;Variable (" + std::to_string(pVariable->m_Offset) + "): " + pVariable->m_Name + " (";
+        text += (pVariable->m_Type ? pVariable->m_Type->m_Name : std::string()) + "," + GetVarBlockName(pVariable);
+        if (!pVariable->m_DirectAddress.empty()) text += " AT " + pVariable->m_DirectAddress;
+        text += ")\n";
+    }
+    for (const CVariable* pVariable : variables) {
+        m_Area = GetAreaPrefix(pVariable);
+        GenerateVariableInit(pVariable, text);
+    }
+    text += "\n\tRTS";
+    text += "\n";
+    WriteText(text);
+}
+
+void CCodeGeneration::WriteGlobalInitialization()
+{
+    WriteInitialization("__GlobalInitialization__", "Global", /*isRetain=*/false);
+}
+
+void CCodeGeneration::WriteRetainInitialization()
+{
+    WriteInitialization("__RetainInitialization__", "Retain", /*isRetain=*/true);
+}

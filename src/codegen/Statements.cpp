@@ -1,0 +1,500 @@
+// Statements. Control structures become compare-and-jump code; what is known at compile time decides the form.
+
+#include "codegen/CodeGeneration.h"
+
+#include "files/Fatal.h"
+#include "files/Format.h"
+#include "frontend/ErrorHandler.h"
+#include "frontend/Node.h"
+#include "model/Pou.h"
+#include "model/Type.h"
+#include "model/Variable.h"
+#include "semantics/Norvane.h"
+#include "target/MemoryHandler.h"
+
+#include <algorithm>
+
+static bool IsAggregate(const CType* pType)
+{
+    return pType && pType->IsAggregate();
+}
+
+// ---- Lists
+
+// Position of the node's source among the compiled ones; the first of a name that was compiled twice.
+int CCodeGeneration::GetFileNumber(const SourceLocation& location)
+{
+    const char* szFile = location.szFile;
+    if (!szFile && m_CurrentPou) szFile = m_CurrentPou->m_Location.szFile;
+    if (!szFile) return 0;
+    if (m_LastFileName == szFile) return m_LastFileNumber;   // as good as always
+
+    const std::vector<std::string>& files = m_Norvane.m_SourceFiles;
+    for (; m_FilesNumbered < files.size(); ++m_FilesNumbered)
+        m_FileNumbers.emplace(files[m_FilesNumbered], static_cast<int>(m_FilesNumbered));
+    const auto found = m_FileNumbers.find(szFile);
+    m_LastFileName = szFile;
+    m_LastFileNumber = found == m_FileNumbers.end() ? 0 : found->second;
+    return m_LastFileNumber;
+}
+
+// DBI FILE 0 LINE 4
+// ...
+void CCodeGeneration::GenerateStatementList(const CNode* pList, std::string& text)
+{
+    for (CNode* pStatement : pList->m_Children) {
+        if (!pStatement) InternalFault("a statement list has no node for a statement");
+        const int file = GetFileNumber(pStatement->location);
+        AppendFormat(text, "DBI FILE %d LINE %d\n", file, pStatement->location.nFirstLine);
+        GenerateNode(pStatement, text);
+    }
+}
+
+void CCodeGeneration::GenerateAccessLine(const CNode* pNode, AccessMode mode, std::string& text)
+{
+    GenerateVariableAccess(pNode, mode, text);
+    text += '\n';
+}
+
+// ---- Assignment
+
+void CCodeGeneration::GenerateAssignment(const CNode* pNode, std::string& text)
+{
+    const CNode* pTarget = pNode->Child(0);
+    CNode* pValue = pNode->Child(1);
+    const CVariable* pVariable = pTarget->pVariable;
+    if (!pTarget->IsVariableAccess() || !pVariable) {
+        ReportNoVariable(pTarget);
+        return;
+    }
+    if (pValue->nKind == STR_DIR) {
+        GenerateStringAssignment(pTarget, pValue, text);
+        return;
+    }
+    if (IsAggregate(pTarget->pType) && !pTarget->bThroughInOut) {
+        GenerateCopy(pTarget, pValue, text);
+        return;
+    }
+    if (pTarget->bThroughInOut) {   // a pointer is stored
+        const bool isPointer = IsAggregate(pTarget->pType) || pValue->bThroughInOut;
+        GenerateAccessLine(pValue, isPointer ? AccessMode::Read : AccessMode::Address, text);
+    } else if (pValue->bThroughInOut) {
+        GenerateAccessLine(pValue, AccessMode::ReadThrough, text);
+    } else if (pVariable->m_IsConstant) {
+        m_ErrorHandler->ErrAssignToConstant(pNode->location);
+        return;
+    } else {
+        GenerateNode(pValue, text);
+    }
+    GenerateVariableAccess(pTarget, AccessMode::Write, text);
+}
+
+//	PUSH 65 ;A
+//	POP(SINT)	[local+12]
+//
+// Only the literal's bytes are stored: no end mark and no length. Kept: at the place of the root variable, a
+// path in the target doesn't count.
+void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode* pLiteral, std::string& text)
+{
+    const CVariable* pVariable = pTarget->pVariable;
+    const std::string area = GetAreaPrefix(pVariable);
+    const std::int64_t step = pTarget->pType ? pTarget->pType->m_Align : 1;
+    std::int64_t offsetBytes = pVariable->m_Offset;
+    bool isFirst = true;
+    for (const char byte : pLiteral->szString) {
+        if (!isFirst) text += '\n';   // the last line is left open
+        isFirst = false;
+        AppendFormat(text, "\tPUSH %d ;", static_cast<signed char>(byte));
+        text += byte;
+        AppendFormat(text, "\n\tPOP(SINT)\t[%s%d]", area.c_str(), static_cast<std::int32_t>(offsetBytes));
+        offsetBytes += step;
+    }
+}
+
+//	PUSH&(UDINT)	[global+0]	;b
+//	PUSH&(UDINT)	[local+12]	;a
+//	MEMCPY	20
+//
+void CCodeGeneration::GenerateCopy(const CNode* pTarget, const CNode* pValue, std::string& text)
+{
+    if (!pValue->IsVariableAccess() || !pValue->pVariable) {
+        ReportNoVariable(pValue);
+        return;
+    }
+    GenerateAccessLine(pValue, AccessMode::Address, text);
+    GenerateAccessLine(pTarget, AccessMode::Address, text);
+    std::int64_t sizeBytes = 0;
+    if (pTarget->pType->IsStruct()) {
+        sizeBytes = GetStructSize(pTarget->pType);
+    } else {
+        const std::int32_t targetBytes = m_MemoryHandler->ComputeAccessSize(pTarget);
+        sizeBytes = std::min(targetBytes, m_MemoryHandler->ComputeAccessSize(pValue));
+    }
+    AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(sizeBytes));
+}
+
+// ---- IF
+
+//	;if
+//	...                     the condition
+//	JNC LABEL0001
+//	;then
+//	...
+//	JMP LABEL0002           with an ELSE or ELSIF
+//	LABEL0001:
+//	...                     the ELSIF items
+//	;else
+//	...
+//	LABEL0002:
+//
+// A literal condition removes its test. With a literal FALSE no end label is made: in front of ELSIF items the
+// jumps to it come out without a label, which stays so.
+void CCodeGeneration::GenerateIf(const CNode* pNode, std::string& text)
+{
+    CNode* pCondition = pNode->Child(0);
+    const CNode* pThen = pNode->Child(1);
+    const int count = pNode->GetChildCount();
+    text += "\t;if\n";
+    const std::string falseLabel = m_Label.NewLabel();
+    if (IsTrueLiteral(pCondition)) {   // the label drawn above leaves a gap in the numbers
+        text += "\t;then\n";
+        GenerateStatementList(pThen, text);
+        return;
+    }
+
+    std::string endLabel;
+    if (!IsFalseLiteral(pCondition)) {
+        GenerateNode(pCondition, text);
+        text += "\tJNC " + falseLabel + "\n";
+        text += "\t;then\n";
+        GenerateStatementList(pThen, text);
+        if (count > 2) {
+            endLabel = m_Label.NewLabel();
+            text += "\tJMP " + endLabel + "\n";
+        }
+    }
+    text += "\t" + falseLabel + ":\n";
+    if (count <= 2) return;
+
+    const bool hasElse = count == 4 || pNode->Child(2)->nKind != ELSEIF_LIST;
+    std::string elseLabel;
+    if (pNode->Child(2)->nKind == ELSEIF_LIST) elseLabel = GenerateElsifItems(pNode->Child(2), hasElse, endLabel, text);
+    if (hasElse) GenerateElse(pNode->Child(count - 1), elseLabel, endLabel, text);
+}
+
+// Gives the label at which an ELSE begins. Without one the last item ends the statement and defines its label.
+std::string CCodeGeneration::GenerateElsifItems(const CNode* pItems, bool hasElse, const std::string& endLabel,
+                                                std::string& text)
+{
+    std::string nextLabel;
+    const int count = pItems->GetChildCount();
+    for (int i = 0; i < count; ++i) {
+        const CNode* pItem = pItems->Child(i);
+        const bool endsStatement = i == count - 1 && !hasElse;
+        if (i != 0) text += "\t" + nextLabel + ":\n";
+        if (!endsStatement) nextLabel = m_Label.NewLabel();
+        GenerateNode(pItem->Child(0), text);
+        text += "\tJNC " + (endsStatement ? endLabel : nextLabel) + "\n";
+        GenerateStatementList(pItem->Child(1), text);
+        text += endsStatement ? "\t" + endLabel + ":" : "\tJMP " + endLabel + "\n";
+    }
+    return nextLabel;
+}
+
+void CCodeGeneration::GenerateElse(const CNode* pList, const std::string& elseLabel, const std::string& endLabel,
+                                   std::string& text)
+{
+    const bool isBehindElsif = !elseLabel.empty();
+    text += "\t;else\n";
+    if (isBehindElsif) text += "\t" + elseLabel + ":\n";
+    GenerateStatementList(pList, text);
+    if (isBehindElsif || !endLabel.empty()) text += "\t" + endLabel + ":";
+}
+
+// ---- WHILE and REPEAT
+
+//	;while
+//	LABEL0001:
+//	...                     the condition
+//	JNC LABEL0002
+//	...
+//	JMP LABEL0001
+//	LABEL0002:
+//
+void CCodeGeneration::GenerateWhile(const CNode* pNode, std::string& text)
+{
+    CNode* pCondition = pNode->Child(0);
+    if (IsFalseLiteral(pCondition)) return;   // no label is drawn for it; a literal TRUE keeps its test
+
+    text += "\t;while\n";
+    const std::string loopLabel = m_Label.NewLabel();
+    const std::string exitLabel = m_Label.NewLabel();
+    m_Label.PushExitLabel();
+    text += "\t" + loopLabel + ":\n";
+    GenerateNode(pCondition, text);
+    text += "\tJNC " + exitLabel + "\n";
+    GenerateStatementList(pNode->Child(1), text);
+    text += "\tJMP " + loopLabel + "\n";
+    text += "\t" + exitLabel + ":\n";
+    m_Label.PopExitLabel();
+}
+
+//	;repeat
+//	LABEL0001:
+//	...
+//	...                     the condition
+//	JNC LABEL0001
+//	LABEL0002:
+//
+void CCodeGeneration::GenerateRepeat(const CNode* pNode, std::string& text)
+{
+    text += "\t;repeat\n";
+    const std::string loopLabel = m_Label.NewLabel();
+    text += "\t" + loopLabel + ":\n";
+    const std::string exitLabel = m_Label.NewLabel();
+    m_Label.PushExitLabel();
+    GenerateStatementList(pNode->Child(0), text);
+    GenerateNode(pNode->Child(1), text);
+    text += "\tJNC " + loopLabel + "\n";
+    text += "\t" + exitLabel + ":\n";
+    m_Label.PopExitLabel();
+}
+
+// ---- FOR
+
+struct CCodeGeneration::ForLoop
+{
+    CNode* pAssignment;
+    CNode* pVariable;
+    CNode* pFrom;
+    CNode* pTo;
+    CNode* pStep;            // null: a step of 1
+    const CNode* pBody;
+    std::string suffix;      // of the variable
+    std::string loopLabel;
+    std::string exitLabel;
+    std::int32_t step = 1;   // where it is constant
+};
+
+// Writes the common head and then one of four shapes, by which of bounds and step are constants. False for a
+// loop that never runs: only the assignment and the loop label are left of it. Kept: its exit label stays
+// on the stack, where an EXIT behind it finds it, and its text ends without the line end of all others.
+bool CCodeGeneration::GenerateFor(const CNode* pNode, std::string& text)
+{
+    const bool hasStep = pNode->GetChildCount() == 4;
+    ForLoop loop;
+    loop.pAssignment = pNode->Child(0);
+    loop.pVariable = loop.pAssignment->Child(0);
+    loop.pFrom = loop.pAssignment->Child(1);
+    loop.pTo = pNode->Child(1);
+    loop.pStep = hasStep ? pNode->Child(2) : nullptr;
+    loop.pBody = pNode->Child(hasStep ? 3 : 2);
+    loop.suffix = GetNodeSuffix(loop.pVariable);
+
+    text += "\t;for\n";
+    loop.loopLabel = m_Label.NewLabel();
+    loop.exitLabel = m_Label.NewLabel();
+    m_Label.PushExitLabel();
+    GenerateNode(loop.pAssignment, text);
+    text += "\t" + loop.loopLabel + ":\n";
+
+    std::int32_t from = 0;
+    std::int32_t to = 0;
+    const bool isStepKnown = !hasStep || m_Norvane.EvalIntegerExpression(loop.pStep, loop.step) == 1;
+    const bool isFromKnown = m_Norvane.EvalIntegerExpression(loop.pFrom, from) == 1;
+    const bool isToKnown = m_Norvane.EvalIntegerExpression(loop.pTo, to) == 1;
+    const bool areBoundsKnown = isFromKnown && isToKnown;
+
+    const bool isPassed = areBoundsKnown && ((from < to && loop.step < 0) || (from > to && loop.step > 0));
+    if (isStepKnown && (loop.step == 0 || isPassed)) {
+        m_ErrorHandler->WarnForNeverRuns(loop.pBody->location);
+        return false;
+    }
+    if (!isStepKnown) GenerateForWithVariableStep(loop, text);
+    else if (areBoundsKnown) GenerateForTestedBelow(loop, text);
+    else GenerateForTestedAbove(loop, text);
+    text += "\t" + loop.exitLabel + ":\n";
+    m_Label.PopExitLabel();
+    return true;
+}
+
+void CCodeGeneration::GenerateForCompare(const ForLoop& loop, std::string_view comparison, std::string& text)
+{
+    GenerateNode(loop.pVariable, text);
+    GenerateNode(loop.pTo, text);
+    text += "\tCMP ";
+    text += comparison;
+    text += loop.suffix + "\n";
+}
+
+// Kept: the step is a plain constant of the variable's type, whatever its own is.
+void CCodeGeneration::GenerateForConstantStep(const ForLoop& loop, std::string& text)
+{
+    GenerateAccessLine(loop.pVariable, AccessMode::Read, text);
+    text += "\tPUSH" + loop.suffix + FormatText("\t%d\n", loop.step);
+    text += "\tADD" + loop.suffix + "\n";
+    GenerateAccessLine(loop.pVariable, AccessMode::Write, text);
+}
+
+// The body runs at least once, so the test stands at the bottom.
+void CCodeGeneration::GenerateForTestedBelow(const ForLoop& loop, std::string& text)
+{
+    GenerateStatementList(loop.pBody, text);
+    GenerateForConstantStep(loop, text);
+    GenerateForCompare(loop, loop.step > 0 ? "LE" : "GE", text);
+    text += "\tJC " + loop.loopLabel + "\n";
+}
+
+void CCodeGeneration::GenerateForTestedAbove(const ForLoop& loop, std::string& text)
+{
+    GenerateForCompare(loop, loop.step > 0 ? "GT" : "LT", text);
+    text += "\tJC " + loop.exitLabel + "\n";
+    GenerateStatementList(loop.pBody, text);
+    GenerateForConstantStep(loop, text);
+    text += "\tJMP " + loop.loopLabel + "\n";
+}
+
+//	PUSH(INT)	0           behind the step: its sign is looked at in each pass
+//	CMP GT(INT)
+//	JC LABEL0003
+void CCodeGeneration::GenerateForStepTest(const ForLoop& loop, std::string_view comparison, const std::string& label,
+                                          std::string& text)
+{
+    const std::string suffix = GetNodeSuffix(loop.pStep);
+    GenerateNode(loop.pStep, text);
+    text += "\tPUSH" + suffix + "\t0\n";
+    text += "\tCMP ";
+    text += comparison;
+    text += suffix + "\n";
+    text += "\tJC " + label + "\n";
+}
+
+void CCodeGeneration::GenerateForWithVariableStep(const ForLoop& loop, std::string& text)
+{
+    const std::string risingLabel = m_Label.NewLabel();
+    const std::string fallingLabel = m_Label.NewLabel();
+    const std::string bodyLabel = m_Label.NewLabel();
+    GenerateForStepTest(loop, "GT", risingLabel, text);
+    GenerateForStepTest(loop, "LT", fallingLabel, text);
+    text += "\tJMP " + loop.exitLabel + "\n";   // a step of 0 leaves the loop
+
+    text += "\t" + fallingLabel + ":\n";
+    GenerateForCompare(loop, "LT", text);
+    text += "\tJC " + loop.exitLabel + "\n";
+    text += "\tJMP " + bodyLabel + "\n";
+
+    text += "\t" + risingLabel + ":\n";
+    GenerateForCompare(loop, "GT", text);
+    text += "\tJC " + loop.exitLabel + "\n";
+
+    text += "\t" + bodyLabel + ":\n";
+    GenerateStatementList(loop.pBody, text);
+    GenerateAccessLine(loop.pVariable, AccessMode::Read, text);
+    // The increment reads the step as a variable; an expression has none to read, so it is refused.
+    if (loop.pStep->IsVariableAccess()) GenerateAccessLine(loop.pStep, AccessMode::Read, text);
+    else m_ErrorHandler->ErrNeedsInteger(loop.pStep->location);
+    text += "\tADD" + loop.suffix + "\n";
+    GenerateAccessLine(loop.pVariable, AccessMode::Write, text);
+    text += "\tJMP " + loop.loopLabel + "\n";
+}
+
+// ---- CASE
+
+struct CCodeGeneration::CaseArm
+{
+    std::string label;
+    std::string code;   // empty: an earlier arm has the same
+};
+
+// Arms whose text agrees to the last byte share one label and one code. The text begins with a line mark, so
+// they stand on one source line. An arm draws its label behind those of its statements, but for the first.
+std::vector<CCodeGeneration::CaseArm> CCodeGeneration::BuildCaseArms(const CNode* pPairs)
+{
+    const int count = pPairs->GetChildCount() / 2;
+    std::vector<CaseArm> arms;
+    arms.reserve(static_cast<std::size_t>(count));   // the views below point into it
+    std::unordered_map<std::string_view, std::size_t> armOfCode;
+    for (int i = 0; i < count; ++i) {
+        CaseArm arm;
+        if (i == 0) arm.label = m_Label.NewLabel();
+        GenerateStatementList(pPairs->Child(2 * i + 1), arm.code);
+        const auto earlier = armOfCode.find(arm.code);
+        if (earlier != armOfCode.end()) {
+            arms.push_back({arms[earlier->second].label, {}});
+            continue;
+        }
+        if (i != 0) arm.label = m_Label.NewLabel();
+        arms.push_back(std::move(arm));
+        armOfCode.emplace(arms.back().code, arms.size() - 1);
+    }
+    return arms;
+}
+
+//	CASE (INT) 3 LABEL0003
+//	CASER (INT) 1  5 LABEL0003
+//
+// Kept: two blanks between the bounds.
+static void AppendCaseTest(const CNode* pItem, const std::string& suffix, const std::string& label, std::string& text)
+{
+    if (pItem->nKind == SUBRANGE_DOTS) {
+        text += "\tCASER " + suffix;
+        text += " " + std::to_string(pItem->Child(0)->nValue) + " ";
+        text += " " + std::to_string(pItem->Child(1)->nValue) + " ";
+    } else {
+        text += "\tCASE " + suffix;
+        text += " " + std::to_string(pItem->nValue) + " ";
+    }
+    text += label + "\n";
+}
+
+//	;case
+//	...                     the selector, which stays on the stack during the tests
+//	CASE (INT) 1 LABEL0002
+//	POP(INT)                no test matched; a test that matches takes the selector itself
+//	...                     ELSE
+//	JMP LABEL0001
+//	LABEL0002:
+//	...                     the arms
+//	LABEL0001:
+//
+// The arms are generated first, so the labels in them are lower than those of the selector.
+void CCodeGeneration::GenerateCase(const CNode* pNode, std::string& text)
+{
+    CNode* pSelector = pNode->Child(0);
+    const CNode* pPairs = pNode->Child(1);
+    text += "\t;case\n";
+    const std::string endLabel = m_Label.NewLabel();
+    m_Label.PushExitLabel();   // an EXIT in a CASE leaves the CASE
+    const std::vector<CaseArm> arms = BuildCaseArms(pPairs);
+
+    GenerateNode(pSelector, text);
+    const std::string suffix = GetNodeSuffix(pSelector);
+    for (std::size_t i = 0; i < arms.size(); ++i)
+        for (const CNode* pItem : pPairs->Child(static_cast<int>(2 * i))->m_Children)
+            AppendCaseTest(pItem, suffix, arms[i].label, text);
+    text += "\tPOP" + suffix + "\n";
+    if (pNode->GetChildCount() > 2) GenerateStatementList(pNode->Child(2), text);
+
+    for (const CaseArm& arm : arms) {
+        if (arm.code.empty()) continue;
+        text += "\tJMP " + endLabel + "\n";
+        text += "\t" + arm.label + ":\n";
+        text += arm.code;
+    }
+    text += "\t" + endLabel + ":\n";
+    m_Label.PopExitLabel();
+}
+
+// ---- EXIT
+
+// False behind the diagnostic: then not even the line end is written.
+bool CCodeGeneration::GenerateExit(const CNode* pNode, std::string& text)
+{
+    const std::string label = m_Label.GetExitLabel();
+    if (label == "ERROR") {
+        m_ErrorHandler->ErrExitOutOfLoop(pNode->location);
+        return false;
+    }
+    text += "\tJMP " + label;
+    return true;
+}

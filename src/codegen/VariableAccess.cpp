@@ -1,0 +1,420 @@
+// Reading, writing and addressing variables: everything that depends on where a variable lives. What these
+// functions append ends without a line end, which callers add.
+
+#include "codegen/CodeGeneration.h"
+
+#include "files/Fatal.h"
+#include "files/Format.h"
+#include "frontend/ErrorHandler.h"
+#include "frontend/Node.h"
+#include "model/ArrayIndex.h"
+#include "model/Member.h"
+#include "model/Pou.h"
+#include "model/Type.h"
+#include "model/TypeArray.h"
+#include "model/TypeStruct.h"
+#include "model/Variable.h"
+#include "semantics/Norvane.h"
+#include "semantics/Wrapping.h"
+#include "target/MemoryHandler.h"
+
+#include <algorithm>
+
+// A subscript list whose value only the machine knows.
+struct CCodeGeneration::RuntimeSubscript
+{
+    const CNode* pList;
+    const CArrayOfArrayIndex* pIndex;
+    const CType* pArrayType;
+    int level;
+};
+
+// An access path from its root variable to where it ends, all constant parts added up.
+struct CCodeGeneration::AccessPath
+{
+    const CVariable* pVariable;
+    std::int64_t offsetBytes;                   // in the area; run-time subscripts count as 0
+    const CType* pType;                         // at the end; an alias stays one
+    std::string text;                           // for the comment: "s.a[2]"
+    int bit = 0;                                // of a BOOL element or member in its byte
+    const CArrayOfArrayIndex* pIndex;           // of the array that the next subscripts belong to
+    int level = 0;                              // and their level in it
+    const CTypeArray* pLastArray = nullptr;     // that the last subscripts go into
+    std::vector<RuntimeSubscript> subscripts{}; // in order
+
+    bool EndsInBool() const { return pType && pType->IsBool(); }
+    bool HasBoolElements() const { return pLastArray && pLastArray->m_Element && pLastArray->m_Element->IsBool(); }
+};
+
+static bool IsAggregate(const CType* pType)
+{
+    return pType && pType->IsAggregate();
+}
+
+static bool HasSteps(const CNode* pNode)
+{
+    return pNode->GetChildCount() > 1;
+}
+
+static int ToOffset(std::int64_t offsetBytes)
+{
+    return static_cast<std::int32_t>(offsetBytes);
+}
+
+// ---- Members of the function block being generated
+
+// The member that the variable became; null outside a function block and for a variable of somebody else.
+const CMember* CCodeGeneration::FindCurrentFbMember(const CVariable* pVariable, int& position) const
+{
+    if (!m_CurrentFb || !pVariable->m_IsLocal) return nullptr;
+    const CFunctionBlock* pFb = m_CurrentFb->AsFunctionBlock();
+    if (!pFb || !pFb->m_Type) return nullptr;
+    return pFb->m_Type->FindMember(pVariable->m_Name, &position);
+}
+
+// The slot behind the instance pointer in which the frame has put the member's address.
+std::string CCodeGeneration::GetSlotText(int position) const
+{
+    return FormatText("%d", (position + 1) * m_MemoryHandler->GetPointerSlotSize());
+}
+
+//	PUSH(UDINT) [local+8]	;&x         the slot
+//	PUSH*(INT) [local+8]	;x          through it; the tab in front is the caller's
+void CCodeGeneration::GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, std::string& text)
+{
+    const CVariable* pVariable = pNode->pVariable;
+    int position = 0;
+    const CMember* pMember = pVariable ? FindCurrentFbMember(pVariable, position) : nullptr;
+    if (!pMember) InternalFault("a variable is no member of the function block being generated");
+
+    switch (form) {
+        case FbAccessForm::Push: text += "\tPUSH"; break;
+        case FbAccessForm::Pop: text += "\tPOP"; break;
+        case FbAccessForm::PushThrough: text += "PUSH*"; break;
+        case FbAccessForm::PopThrough: text += "POP*"; break;
+        default: break;
+    }
+    const bool isValue = form != FbAccessForm::Push && !IsAggregate(pMember->m_Type);
+    text += isValue ? GetTypeSuffix(pMember->m_Type) : GetPointerSuffix();
+    text += " [local+" + GetSlotText(position) + (isValue ? "]\t;" : "]\t;&") + pVariable->m_Name;
+}
+
+void CCodeGeneration::GenerateFbScalar(const CNode* pNode, AccessMode mode, std::string& text)
+{
+    if (mode == AccessMode::Address) {
+        GenerateFbMemberAccess(pNode, FbAccessForm::Push, text);
+        return;
+    }
+    constexpr int firstThroughForm = 3;   // ORDER ACCESS
+    text += '\t';
+    GenerateFbMemberAccess(pNode, static_cast<FbAccessForm>(static_cast<int>(mode) + firstThroughForm), text);
+}
+
+// ---- Walking a path
+
+void CCodeGeneration::EnterMember(const CNode* pStep, AccessPath& path)
+{
+    const CTypeStruct* pStruct = path.pType ? path.pType->AsStruct() : nullptr;
+    const CMember* pMember = pStruct ? pStruct->FindMember(pStep->szName) : nullptr;
+    if (!pMember) InternalFault("the path " + path.text + "." + pStep->szName + " has no such member");
+
+    path.offsetBytes = WrapAdd(path.offsetBytes, pMember->m_Offset);
+    path.level = 0;
+    path.pType = pMember->m_Type;
+    if (path.pType && path.pType->IsArray()) path.pIndex = pMember->m_Index.get();
+    if (path.EndsInBool()) path.bit = pStruct->GetBoolBit(pMember);
+    path.text += "." + pStep->szName;
+}
+
+void CCodeGeneration::EnterElement(const CNode* pStep, AccessPath& path)
+{
+    const CType* pArrayType = path.pType;
+    const CTypeArray* pArray = pArrayType ? pArrayType->AsArray() : nullptr;
+    if (!pArray) InternalFault("the path " + path.text + " has subscripts and is no array");
+
+    std::int64_t element = EvalLinearIndex(pStep, path.pIndex, path.level);
+    if (element < 0) {
+        path.subscripts.push_back({pStep, path.pIndex, pArrayType, path.level});
+        element = 0;
+    }
+    path.pLastArray = pArray;
+    path.pType = pArray->m_Element;
+    constexpr int bitsInByte = 8;
+    std::int64_t add = 0;
+    if (path.EndsInBool()) {
+        path.bit = static_cast<int>(element % bitsInByte);
+        add = WrapMul(element / bitsInByte, path.pType->m_Align);
+    } else {
+        add = WrapMul(GetElementStride(pArrayType, path.pIndex, path.level, -1), element);
+    }
+    path.offsetBytes = WrapAdd(path.offsetBytes, add);
+    ++path.level;
+    AppendFormat(path.text, "[%d]", ToOffset(element));
+}
+
+CCodeGeneration::AccessPath CCodeGeneration::WalkPath(const CNode* pNode)
+{
+    const CVariable* pVariable = pNode->pVariable;
+    AccessPath path{.pVariable = pVariable,
+                    .offsetBytes = pVariable->m_Offset,
+                    .pType = pVariable->m_Type,
+                    .text = pVariable->m_Name,
+                    .pIndex = pVariable->GetIndex()};
+    for (int i = 1; i < pNode->GetChildCount(); ++i) {
+        const CNode* pStep = pNode->Child(i);
+        if (pStep->nKind == NEW_ID) EnterMember(pStep, path);
+        else if (pStep->nKind == EXP_LIST) EnterElement(pStep, path);
+    }
+    return path;
+}
+
+// ---- The access
+
+namespace
+{
+
+struct AccessWords
+{
+    std::string_view mnemonic;     // with its tab
+    std::string_view star;         // "*": through the pointer that memory holds; "&": its address
+    bool asPointer = false;        // the suffix is the pointer type's
+};
+
+}   // namespace
+
+static AccessWords GetAccessWords(const CNode* pNode, AccessMode mode)
+{
+    const CVariable* pVariable = pNode->pVariable;
+    const bool isPointer = pVariable->IsHeldByPointer() && !IsAggregate(pVariable->m_Type);
+    AccessWords words{"\tPUSH", isPointer ? "*" : "", pNode->bThroughInOut};
+    switch (mode) {
+        case AccessMode::Read: break;
+        case AccessMode::Write: words.mnemonic = "\tPOP"; break;
+        case AccessMode::Address:
+            // The address of what a parameter points at is the pointer itself: this is how it is passed on.
+            if (isPointer) words.asPointer = true;
+            words.star = isPointer ? "" : "&";
+            break;
+        case AccessMode::ReadThrough:
+            words.star = "*";
+            words.asPointer = false;
+            break;
+    }
+    return words;
+}
+
+// What an address in a direct variable's place, or a value that stands where a variable is needed, ends in.
+void CCodeGeneration::ReportNoVariable(const CNode* pNode)
+{
+    if (pNode->nKind == DIRECT_VARIABLE) m_ErrorHandler->ErrInvalidAddress(pNode->location);
+    else m_ErrorHandler->ErrCannotAssign(pNode->pType ? pNode->pType : m_Norvane.m_DataTypes.m_ErrorType, pNode->location);
+}
+
+void CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text)
+{
+    const CVariable* pVariable = pNode->pVariable;
+    if (!pNode->IsVariableAccess() || !pVariable) {
+        ReportNoVariable(pNode);
+        return;
+    }
+    const bool isFbMember = m_CurrentFb && pVariable->m_IsLocal;
+    if (isFbMember && !IsAggregate(pVariable->m_Type)) {
+        GenerateFbScalar(pNode, mode, text);
+        return;
+    }
+    const AccessPath path = WalkPath(pNode);
+    if (isFbMember || (HasSteps(pNode) && pVariable->IsHeldByPointer())) GeneratePointerAccess(pNode, path, mode, text);
+    else GenerateDirectAccess(pNode, path, mode, text);
+}
+
+// The variable holds a pointer to the data, so the place is computed at run time.
+//
+//	PUSH(UDINT) [local+8]	;&s
+//	PUSH(UDINT)	4
+//	ADD(UDINT)
+//	PUSHI(INT)
+void CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text)
+{
+    if (m_CurrentFb) GenerateFbMemberAccess(pNode, FbAccessForm::Push, text);
+    else text += "\tPUSH" + GetVariableOperand(path.pVariable);
+
+    const std::string pointer = GetPointerSuffix();
+    const std::int64_t distance = WrapSub(path.offsetBytes, path.pVariable->m_Offset);
+    if (distance > 0 || path.bit > 0) {
+        text += "\n\tPUSH" + pointer + "\t" + GetPackedOffset(distance, path.bit) + "\n";
+        text += "\tADD" + pointer;
+    }
+    text += '\n';
+
+    const AccessWords words = GetAccessWords(pNode, mode);
+    if (!path.subscripts.empty()) {
+        text += "\t;runtime array address\n";
+        GenerateRuntimeSubscripts(path, text);
+    } else if (mode == AccessMode::Address && m_CurrentFb) {
+        return;   // the address is on the stack; the line is closed already, so an empty one follows
+    }
+    // Kept: without a function block an address is asked for in vain, the value comes in its place.
+    text += words.mnemonic;
+    text += "I" + GetTypeSuffix(pNode->pType);
+}
+
+//	PUSH*(BOOL)	[local+4].0	;done
+void CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text)
+{
+    const CVariable* pVariable = path.pVariable;
+    const std::string area = GetAreaPrefix(pVariable);
+    AccessWords words = GetAccessWords(pNode, mode);
+    if (!path.subscripts.empty()) {
+        GenerateRuntimeBase(path, area, text);
+        GenerateRuntimeSubscripts(path, text);
+        text += words.mnemonic;
+        text += "I" + GetTypeSuffix(pNode->pType);
+        return;
+    }
+
+    if (IsAggregate(pNode->pType) && !pNode->bThroughInOut && !pVariable->IsHeldByPointer()) words.star = "&";
+    text += words.mnemonic;
+    text += words.star;
+    text += words.asPointer ? GetPointerSuffix() : GetTypeSuffix(path.pType);
+    AppendFormat(text, "\t[%s%d]", area.c_str(), ToOffset(path.offsetBytes));
+    if (pVariable->m_Type && pVariable->m_Type->IsBool()) AppendFormat(text, ".%d", pVariable->m_BitOffset);
+    else if (IsAggregate(pVariable->m_Type) && path.EndsInBool()) AppendFormat(text, ".%d", path.bit);
+    text += "\t;" + path.text;
+}
+
+//	;runtime array address
+//	PUSH&(INT)[local+12]	;&x[0]
+//
+// Kept: no tab in front of the bracket here.
+void CCodeGeneration::GenerateRuntimeBase(const AccessPath& path, const std::string& area, std::string& text)
+{
+    constexpr int bitsInByte = 8;
+    std::int64_t offsetBytes = path.offsetBytes;
+    std::string bitText;
+    if (path.EndsInBool() && path.HasBoolElements()) {
+        bitText = ".0";
+    } else if (path.EndsInBool()) {   // a member of an element
+        bitText = FormatText(".%d", path.bit % bitsInByte);
+        offsetBytes = WrapAdd(offsetBytes, path.bit / bitsInByte);
+    }
+    text += "\t;runtime array address\n";
+    text += "\tPUSH&" + GetTypeSuffix(path.pType) + "[" + area + FormatText("%d]", ToOffset(offsetBytes)) + bitText +
+            "\t;&" + path.text + "\n";
+}
+
+//	PUSH(INT)	[global+0]	;i
+//	ADDRESS(INT) 2 1 5
+//
+// Kept: the elements of the path's last array decide for all subscripts whether strides count bits.
+void CCodeGeneration::GenerateRuntimeSubscripts(const AccessPath& path, std::string& text)
+{
+    const std::string_view mnemonic = path.HasBoolElements() ? "\tADDRESSBIT" : "\tADDRESS";
+    for (const RuntimeSubscript& subscript : path.subscripts) {
+        const CArrayIndex* pBounds = subscript.pIndex->GetLevel(subscript.level);
+        const int count = subscript.pList->GetChildCount();
+        for (int i = 0; i < count; ++i) {
+            CNode* pExpression = subscript.pList->Child(i);
+            const CIndex& bounds = pBounds->m_Dimensions[static_cast<std::size_t>(i)];
+            const std::int64_t stride =
+                GetElementStride(subscript.pArrayType, subscript.pIndex, subscript.level, count == 1 ? -1 : i);
+            GenerateNode(pExpression, text);
+            text += mnemonic;
+            text += GetNodeSuffix(pExpression);
+            AppendFormat(text, " %d %d %d\n", ToOffset(stride), bounds.m_Low, bounds.m_High);
+        }
+    }
+}
+
+// ---- Positions and distances in arrays
+
+std::int64_t CCodeGeneration::EvalLinearIndex(const CNode* pList, const CArrayOfArrayIndex* pIndex, int level)
+{
+    const int count = pList->GetChildCount();
+    const CArrayIndex* pBounds = pIndex ? pIndex->GetLevel(level) : nullptr;
+    if (count == 0 || !pBounds || pBounds->GetDimensionCount() < count)
+        InternalFault("subscripts don't fit the dimensions of their array");
+
+    std::vector<std::int64_t> distances;   // from the low bounds
+    for (int i = 0; i < count; ++i) {
+        std::int32_t value = 0;
+        if (m_Norvane.EvalIntegerExpression(pList->Child(i), value) != 1) return -1;
+        distances.push_back(std::int64_t{value} - pBounds->m_Dimensions[static_cast<std::size_t>(i)].m_Low);
+    }
+
+    // Row by row: the last dimension runs fastest.
+    std::int64_t element = distances.back();
+    std::int64_t factor = 1;
+    for (int i = count - 2; i >= 0; --i) {
+        factor = WrapMul(factor, pBounds->GetSize(i + 1));
+        element = WrapAdd(element, WrapMul(factor, distances[static_cast<std::size_t>(i)]));
+    }
+    return element;
+}
+
+// Product of the sizes of the dimensions behind the given one; 1 where there is no such level.
+static std::int64_t GetInnerProduct(const CArrayIndex* pBounds, int dimension)
+{
+    std::int64_t product = 1;
+    const int count = pBounds ? pBounds->GetDimensionCount() : 0;
+    for (int i = dimension + 1; i < count; ++i) product = WrapMul(product, pBounds->GetSize(i));
+    return product;
+}
+
+// Elements of the innermost array that one step covers: in elements that are arrays, all that the deeper
+// levels hold; of several dimensions, those behind the one stepped in.
+static std::int64_t CountCoveredElements(bool isNested, const CArrayOfArrayIndex* pIndex, int level, int dimension)
+{
+    if (!pIndex) return 1;
+    if (!isNested) return dimension == -1 ? 1 : GetInnerProduct(pIndex->GetLevel(0), dimension);   // kept: of the first level
+
+    std::int64_t product = 1;
+    for (int l = level + 1; l < pIndex->GetLevelCount(); ++l) {
+        // Kept: the dimensions behind the one stepped in are those of the next level.
+        const int from = l == level + 1 ? dimension : -1;
+        product = WrapMul(product, GetInnerProduct(pIndex->GetLevel(l), from));
+    }
+    return product;
+}
+
+std::int64_t CCodeGeneration::GetElementStride(const CType* pArrayType, const CArrayOfArrayIndex* pIndex, int level,
+                                               int dimension) const
+{
+    const CTypeArray* pArray = pArrayType ? pArrayType->AsArray() : nullptr;
+    if (!pArray) InternalFault("a distance between elements is asked for where there is no array");
+    const CType* pElement = pArray->m_Element;
+    const std::int64_t elements = CountCoveredElements(pElement && pElement->IsArray(), pIndex, level, dimension);
+    if (pElement && pElement->IsBool()) return elements;   // bits
+    return WrapMul(pArray->GetInnermostStride(), elements);
+}
+
+// ---- Sizes of copies
+
+// Kept: a member behind the subscripts counts as a level if the path ends with it.
+int CCodeGeneration::CountIndexLevels(const CNode* pNode)
+{
+    const int count = pNode->GetChildCount();
+    if (count == 0) return 0;
+    int position = 1;
+    while (position < count - 1 && pNode->Child(position)->nKind == EXP_LIST) ++position;
+    return std::min(position, count - 1);
+}
+
+// Bytes of a structure. An alias was made before the layout was known, so the type behind it is asked.
+std::int64_t CCodeGeneration::GetStructSize(const CType* pType)
+{
+    constexpr int bitsInByte = 8;
+    CType* pStruct = const_cast<CType*>(pType)->AsStruct();
+    if (pStruct->m_SizeBits == -1) m_MemoryHandler->ComputeLayout(pStruct, nullptr, 0);
+    return pStruct->m_SizeBits / bitsInByte;
+}
+
+// Bytes that a function block call copies between a structure or array member and the value given for it.
+std::int64_t CCodeGeneration::GetCopySize(const CMember* pMember, const CNode* pValue)
+{
+    if (pMember->m_Type->IsStruct()) return GetStructSize(pMember->m_Type);
+    if (!pValue->pVariable) return 0;   // reported where the value is reached
+    const std::int32_t valueBytes = m_MemoryHandler->ComputeAccessSize(pValue);
+    if (!pMember->m_Index) return valueBytes;
+    // Different element counts draw no more than a warning for an input or output: never copy beyond the member.
+    return std::min(valueBytes, m_MemoryHandler->ComputeLayout(pMember->m_Type, pMember->m_Index.get(), 0));
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+// The few questions and orders that the system has for the file system. None of them ever throws, and a
+// directory is never taken for a file.
+
+// The bytes of a file of any kind; false for a missing or unreadable one and for a directory, `bytes` being
+// left as it was.
+bool ReadWholeFile(const std::string& name, std::string& bytes);
+
+bool FileExists(const std::string& name);         // anything of that name, a directory too
+bool IsDirectory(const std::string& name);
+bool IsSpecialFile(const std::string& name);       // a device or a pipe: written as it is, never replaced
+bool IsReadableFile(const std::string& name);
+bool IsWritableFile(const std::string& name);     // exists and could be written to; it isn't touched
+bool RemoveFile(const std::string& name);
+// Renames, over a file of the new name if there is one.
+bool ReplaceFile(const std::string& from, const std::string& to);
+// A name in the same directory that nothing has yet.
+std::string MakeTemporaryName(const std::string& name);

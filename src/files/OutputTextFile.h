@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+// A text file that is written from start to end through a buffer of its own: the temporary assembler
+// text, the final one, the tree dump. Lines end in "\n". A failed write is remembered, not reported,
+// so that writers stay simple; whoever closes the file asks once.
+class OutputTextFile
+{
+public:
+    OutputTextFile() = default;
+    ~OutputTextFile();
+    OutputTextFile(const OutputTextFile&) = delete;
+    OutputTextFile& operator=(const OutputTextFile&) = delete;
+
+    // Creates or truncates the file; false if that can't be done.
+    bool Open(const std::string& name);
+    bool IsOpen() const { return m_Handle != nullptr; }
+    void Write(std::string_view text);
+    // False if anything since Open could not be written. A second call does nothing and answers true.
+    bool Close();
+
+private:
+    std::FILE* m_Handle = nullptr;
+    bool m_Failed = false;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "files/XmlNode.h"
+
+#include <string>
+#include <string_view>
+
+// A document in memory, read from and written to a file: the target description, the debug file.
+// The text in the nodes is single-byte text in the ANSI code page.
+class CXmlDocument
+{
+public:
+    virtual ~CXmlDocument() = default;
+
+    // 0, or a negative error if the file can't be opened, is empty or can't be parsed. What was read
+    // before a parse failure stays in the tree.
+    int Load(const std::string& fileName);
+    int LoadFromString(std::string_view text);
+    // 0 or a negative error. The earlier file is replaced only when the new text was written whole.
+    int Save(const std::string& fileName);
+    int SaveCompact(const std::string& fileName);
+    void GetXml(std::string& text);
+    void GetFormattedXml(std::string& text);
+    void Clear();
+
+    CXmlNode m_Root;                 // the document element
+    int m_CharSize = 1;              // width of a character in the write buffer, bytes
+    int m_Encoding = 4;              // of files, see TextFile: 4 is UTF-8
+    CXmlNode m_Prolog;               // its children are what stands outside the document element
+    int m_Indent = 0;                // depth while writing
+    std::string m_Out;               // the text being written
+    std::string m_Reserved;
+};

@@ -1,0 +1,139 @@
+#include "frontend/Node.h"
+
+#include "files/Fatal.h"
+#include "files/Format.h"
+#include "files/OutputTextFile.h"
+
+#include <algorithm>
+#include <string_view>
+
+CNode* CNode::Child(int i) const
+{
+    if (i < 0 || i >= GetChildCount()) InternalFault("a syntax tree node has no child of that number");
+    return m_Children[static_cast<std::size_t>(i)];
+}
+
+// A node on the way down and the child that comes next.
+template <typename Node>
+struct OpenNode
+{
+    Node* pNode;
+    std::size_t nextChild = 0;
+};
+
+static bool IsNameCharacter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+static std::string GetElementName(int kind)
+{
+    if (kind == 0) return {};   // a call that could not be built
+    std::string name = GetOperatorText(kind);
+    std::replace(name.begin(), name.end(), ' ', '_');
+    return name;
+}
+
+// An operator can't be an element's name: it goes into an attribute of an element "Node".
+static bool NeedsGenericForm(std::string_view name)
+{
+    return name.empty() || !std::all_of(name.begin(), name.end(), IsNameCharacter);
+}
+
+static std::string EscapeAngles(std::string_view name)
+{
+    std::string text;
+    for (const char c : name) {
+        if (c == '<') text += "&lt;";
+        else if (c == '>') text += "&gt;";
+        else text += c;
+    }
+    return text;
+}
+
+static void AppendAttribute(std::string& text, std::string_view key, std::string_view value)
+{
+    text += ' ';
+    text += key;
+    text += "=\"";
+    text += value;   // as it is: the dump has never escaped values
+    text += '"';
+}
+
+static void AppendNameAttributes(const CNode& node, std::string& text)
+{
+    if (node.szName.empty()) return;
+    AppendAttribute(text, "name", node.szName);
+    if (node.pInit) AppendAttribute(text, "value", node.pInit->GetText(true));
+    if (!node.szDirect.empty()) AppendAttribute(text, "direct", node.szDirect);
+}
+
+static void AppendAttributes(const CNode& node, std::string& text)
+{
+    switch (node.nKind) {
+    case IMM_INTEGER:
+        AppendAttribute(text, "value", FormatText("%lld", static_cast<long long>(node.nValue)));
+        break;
+    case IMM_REAL: AppendAttribute(text, "value", FormatText("%f", node.dValue)); break;
+    case IDENTIFIER: AppendNameAttributes(node, text); break;
+    case STR_DIR: AppendAttribute(text, "value", node.szString); break;
+    case LIST_ID: AppendNameAttributes(node, text); break;
+    case RETURN_TYPE: AppendNameAttributes(node, text); break;
+    case FUNCTION_CALL: AppendAttribute(text, "name", node.szName); break;
+    default: break;
+    }
+}
+
+static std::string GetStartLine(const CNode& node)
+{
+    const std::string name = GetElementName(node.nKind);
+    if (NeedsGenericForm(name)) return " <Node name=\"" + EscapeAngles(name) + "\">\n";   // Kept: the blank in front
+    std::string text = "<" + name;
+    AppendAttributes(node, text);
+    return text + ">\n";
+}
+
+static std::string GetEndLine(const CNode& node)
+{
+    const std::string name = GetElementName(node.nKind);
+    if (NeedsGenericForm(name)) return "</Node>\n";
+    return "</" + name + ">\n";
+}
+
+void CNode::WriteXml(OutputTextFile& file) const
+{
+    std::vector<OpenNode<const CNode>> path;
+    file.Write(GetStartLine(*this));
+    path.push_back({this});
+    while (!path.empty()) {
+        OpenNode<const CNode>& open = path.back();
+        if (open.nextChild == open.pNode->m_Children.size()) {
+            file.Write(GetEndLine(*open.pNode));
+            path.pop_back();
+            continue;
+        }
+        const CNode* pChild = open.pNode->m_Children[open.nextChild];
+        ++open.nextChild;
+        if (!pChild) continue;
+        file.Write(GetStartLine(*pChild));
+        path.push_back({pChild});   // ends the life of `open`
+    }
+}
+
+void DeleteTree(CNode* pNode)
+{
+    if (!pNode) return;
+    std::vector<OpenNode<CNode>> path;
+    path.push_back({pNode});
+    while (!path.empty()) {
+        OpenNode<CNode>& open = path.back();
+        if (open.nextChild == open.pNode->m_Children.size()) {
+            delete open.pNode;
+            path.pop_back();
+            continue;
+        }
+        CNode* pChild = open.pNode->m_Children[open.nextChild];
+        ++open.nextChild;
+        if (pChild) path.push_back({pChild});   // ends the life of `open`
+    }
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "frontend/SourceLocation.h"
+
+#include <cstdint>
+#include <string>
+
+class CCastFunction;
+class CNode;
+class CNorvane;
+class CStringLiteral;
+class CType;
+
+// The value of a token or parser symbol: which member holds follows from the symbol.
+union YYSTYPE
+{
+    std::int64_t nValue;
+    double dValue;
+    char* szText;               // heap copy (new[]), owned by the parser from the token on
+    CType* pType;               // not owned, may be null
+    CCastFunction* pCast;       // not owned
+    CStringLiteral* pString;    // owned by the parser from the token on
+    CNode* pNode;
+};
+#define YYSTYPE YYSTYPE
+#define YYSTYPE_IS_DECLARED 1
+
+// Scanner and parser are file-level and not reentrant: there is one, and one compile in a process.
+extern YYSTYPE yylval;
+extern SourceLocation yylloc;
+extern int yylineno;                        // line, from 1
+extern int nColumn;                         // column of the next character, from 1
+extern int yyleng;                          // bytes of the current token; 1 at the end of the input
+extern const char* g_CurrentFileName;       // not owned; null before any file
+extern CStringLiteral* pCurrentString;      // the literal under construction or last delivered
+
+// The next token's code, 0 at the end of the input.
+int yylex();
+
+// Binds the scanner to the object that classifies names and takes its messages.
+void SetScannerContext(CNorvane& norvane);
+// The text that the next yylex reads from its start. CR before LF must have been dropped already. Neither
+// the start condition nor line and column change: an open comment goes on in the next file.
+void SetScannerInput(std::string text);
+// Back to the first start condition: outside comments and strings.
+void ResetStartCondition();
+// Drops the text; the next call of yylex sees an empty input.
+void FreeScannerBuffer();

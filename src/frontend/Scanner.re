@@ -1,0 +1,382 @@
+// The scanner. re2c turns this file into Scanner.cpp: the longest match wins, and among equally long ones
+// the rule that stands higher, so the order of the rules is part of the language.
+#include "frontend/Scanner.h"
+
+#include "files/Fatal.h"
+#include "files/Format.h"
+#include "frontend/MyString.h"
+#include "frontend/Parser.h"
+#include "frontend/StringLiteral.h"
+#include "semantics/Norvane.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <string_view>
+#include <utility>
+
+int yylineno = 1;
+int nColumn = 1;
+int yyleng = 0;
+const char* g_CurrentFileName = nullptr;
+CStringLiteral* pCurrentString = nullptr;
+
+namespace
+{
+
+/*!types:re2c*/
+
+// A token may be looked at up to this byte. Whoever needs one more, be it only to learn that the token has
+// ended, gets the fatal text below; sources rely on nothing longer, and tools look for the text.
+constexpr std::ptrdiff_t g_LongestToken = 16383;
+constexpr std::string_view g_TokenTooLong =
+    "input buffer overflow, can't enlarge buffer because scanner uses REJECT";
+constexpr std::string_view g_NoRuleMatches = "fatal flex scanner internal error--no action found";
+constexpr int g_ScannerFaultStatus = 2;
+
+// What a peek behind the last byte answers: no byte, so that a zero byte in a source stays a character.
+constexpr std::uint16_t g_EndOfInput = 256;
+constexpr int g_NoToken = -1;
+
+CNorvane* g_Context = nullptr;
+std::string g_Input;
+std::size_t g_Position = 0;                 // of the next token in g_Input
+YYCONDTYPE g_Condition = yycINITIAL;
+
+}   // namespace
+
+void SetScannerContext(CNorvane& norvane)
+{
+    g_Context = &norvane;
+}
+
+void SetScannerInput(std::string text)
+{
+    g_Input = std::move(text);
+    g_Position = 0;
+}
+
+void FreeScannerBuffer()
+{
+    g_Input = std::string();
+    g_Position = 0;
+}
+
+static void DropString()
+{
+    delete pCurrentString;
+    pCurrentString = nullptr;
+}
+
+void ResetStartCondition()
+{
+    if (g_Condition == yycIN_STRING) DropString();
+    g_Condition = yycINITIAL;
+}
+
+static std::uint16_t PeekBehindWindow(const char* start, const char* cursor)
+{
+    if (cursor - start >= g_LongestToken) EndProgram(g_ScannerFaultStatus, g_TokenTooLong);
+    return g_EndOfInput;
+}
+
+// The step in front of every action, also of those that deliver nothing. Only a line end outside comments
+// sets the column back: behind a comment of several lines it has counted the whole comment, which is wanted.
+static std::string_view AcceptMatch(const char* start, const char* end)
+{
+    const std::string_view text(start, static_cast<std::size_t>(end - start));
+    g_Position += text.size();
+    yyleng = static_cast<int>(text.size());
+    yylineno += static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+    yylloc.nFirstLine = yylineno;
+    yylloc.nLastLine = yylineno;
+    yylloc.nFirstColumn = nColumn;
+    nColumn += yyleng;
+    yylloc.nLastColumn = nColumn;
+    yylloc.szFile = g_CurrentFileName;
+    return text;
+}
+
+// The end counts as one character, each time that it is met; the start condition stays, so the next file
+// begins inside the comment or string that this one left open.
+static int EndOfInput()
+{
+    yyleng = 1;
+    ++nColumn;
+    return 0;
+}
+
+static void Echo(std::string_view text)
+{
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+static char* CopyText(std::string_view text)
+{
+    char* szCopy = new char[text.size() + 1];
+    std::memcpy(szCopy, text.data(), text.size());
+    szCopy[text.size()] = '\0';
+    return szCopy;
+}
+
+// The value of a real beyond the range of double: infinity or zero. The place of the first digit that
+// counts, moved by the exponent, tells on which side it left the range.
+static double OutOfRangeReal(std::string_view text)
+{
+    const std::size_t mark = text.find_first_of("eE");
+    const std::string_view digits = text.substr(0, mark);
+    const std::int64_t exponent = mark == std::string_view::npos ? 0 : ToInt(text.substr(mark + 1));
+    const std::int64_t first = static_cast<std::int64_t>(digits.find_first_of("123456789"));
+    const std::int64_t point = static_cast<std::int64_t>(digits.find('.'));
+    return point - first + exponent > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+}
+
+static int ReturnReal(std::string_view text)
+{
+    double value = 0;
+    const std::from_chars_result result = std::from_chars(text.data(), text.data() + text.size(), value);
+    yylval.dValue = result.ec == std::errc::result_out_of_range ? OutOfRangeReal(text) : value;
+    return IMM_REAL;
+}
+
+static int ReturnInteger(std::int64_t value)
+{
+    yylval.nValue = value;
+    return IMM_INTEGER;
+}
+
+// The text with the underscores and the first characters, such as "16#", taken out.
+static CMyString DigitsOf(std::string_view text, int prefixLength)
+{
+    CMyString digits(text);
+    digits.RemoveAll('_');
+    digits.RemoveFirst(prefixLength);
+    return digits;
+}
+
+static int ReturnText(int token, std::string_view text)
+{
+    yylval.szText = CopyText(text);
+    return token;
+}
+
+// A word that names a type even where the target knows no such type: it is reported and delivered.
+static int ReturnTypeWord(int token, std::string_view text)
+{
+    const int answer = g_Context->LookupTypeName(text, yylval.pType);
+    if (answer == NEW_ID) g_Context->m_Errors.ErrTypeNotSupported(text);
+    return token;
+}
+
+// What a name is depends on the declarations met so far.
+static int ReturnName(std::string_view text)
+{
+    const int token = g_Context->ClassifyName(text, yylval);
+    if (token != NEW_ID) return token;
+    return ReturnText(IDENTIFIER, text);
+}
+
+static void BeginString()
+{
+    g_Condition = yycIN_STRING;
+    pCurrentString = new CStringLiteral(yylineno, nColumn);
+}
+
+// The line end has been counted already, so the message stands on the line behind the string.
+static void ReportOpenString()
+{
+    g_Condition = yycINITIAL;
+    g_Context->m_Errors.ErrStringNotClosed(yylineno, nColumn, pCurrentString->GetLine(),
+                                           pCurrentString->GetColumn() - 1);
+    nColumn = 1;
+    DropString();
+}
+
+static int ReturnString()
+{
+    g_Condition = yycINITIAL;
+    yylval.pString = pCurrentString;
+    return STR_DIR;
+}
+
+static char HexByte(std::string_view digits)
+{
+    return static_cast<char>(CMyString(digits).ToInt64Base16());
+}
+
+// Matches one rule; g_NoToken if it delivers no token.
+static int ScanOne()
+{
+    const char* const start = g_Input.data() + g_Position;
+    const char* const end = g_Input.data() + g_Input.size();
+    if (start == end) return EndOfInput();
+
+    const char* const stop = end - start > g_LongestToken ? start + g_LongestToken : end;
+    const char* cursor = start;
+    const char* marker = start;
+    std::string_view text;
+
+    /*!re2c
+    re2c:api = custom;
+    re2c:api:style = free-form;
+    re2c:encoding:ucs2 = 1;                 // not for wide text: it makes room for the end's own code
+    re2c:sentinel = 256;
+    re2c:yyfill:enable = 0;
+    re2c:define:YYCTYPE = "std::uint16_t";
+    re2c:define:YYPEEK = "cursor != stop ? static_cast<unsigned char>(*cursor) : PeekBehindWindow(start, cursor)";
+    re2c:define:YYSKIP = "++cursor;";
+    re2c:define:YYBACKUP = "marker = cursor;";
+    re2c:define:YYRESTORE = "cursor = marker;";
+    re2c:define:YYGETCONDITION = "g_Condition";
+    re2c:define:YYGETCONDITION:naked = 1;
+
+    any = [\x00-\xff];                      // every byte, and not the end of the input
+    digit = [0-9];
+    hex = [0-9A-F];
+    exponent = [eE] [+-] digit+;
+    number = digit+ ("." digit+)?;
+    timePrefix = ("t" | "T" | "time" | "TIME") "#";
+    date = digit{4} "-" digit{2} "-" digit{2};
+    clock = digit{2} ":" digit{2} ":" digit{2} ("." digit{2})?;
+
+    <!*>            { text = AcceptMatch(start, cursor); }
+
+    <INITIAL> digit+                                { return ReturnInteger(DigitsOf(text, 0).ToInt64Base10()); }
+    <INITIAL> digit* "." digit+ exponent?           { return ReturnReal(text); }
+    <INITIAL> "(*"                                  { g_Condition = yycIN_COMMENT; return g_NoToken; }
+
+    <IN_COMMENT> (any \ [*])+                       { return g_NoToken; }
+    <IN_COMMENT> "*"+ (any \ [*)])                  { return g_NoToken; }
+    <IN_COMMENT> "*"+ ")"                           { g_Condition = yycINITIAL; return g_NoToken; }
+
+    <INITIAL> "'"                                   { BeginString(); return g_NoToken; }
+
+    <IN_STRING> "$" [LlNn]                          { pCurrentString->AppendChar('\n'); return g_NoToken; }
+    <IN_STRING> "$" [Tt]                            { pCurrentString->AppendChar('\t'); return g_NoToken; }
+    <IN_STRING> "$" [Pp]                            { pCurrentString->AppendChar('\f'); return g_NoToken; }
+    <IN_STRING> "\n"                                { ReportOpenString(); return g_NoToken; }
+    <IN_STRING> "$$"                                { pCurrentString->AppendChar('$'); return g_NoToken; }
+    <IN_STRING> "$'"                                { pCurrentString->AppendChar('\''); return g_NoToken; }
+    <IN_STRING> "$" [Rr]                            { pCurrentString->AppendChar('\r'); return g_NoToken; }
+    <IN_STRING> "$" hex hex                         { pCurrentString->AppendChar(HexByte(text.substr(1))); return g_NoToken; }
+    <IN_STRING> "$" (any \ [\n])                    { g_Context->m_Errors.WarnEscapeSequence(yylineno, nColumn - 1); return g_NoToken; }
+    <IN_STRING> (any \ [\n$'()|"])+                 { pCurrentString->AppendText(text); return g_NoToken; }
+    <IN_STRING> "'"                                 { return ReturnString(); }
+
+    <INITIAL> [ \t]+                                { return g_NoToken; }
+    <INITIAL> "\n"                                  { nColumn = 1; return g_NoToken; }
+
+    <INITIAL> "TRUE"                                { yylval.nValue = 1; return TRUE; }
+    <INITIAL> "FALSE"                               { yylval.dValue = 0; return FALSE; }
+    <INITIAL> "ELSE"                                { return ELSE; }
+    <INITIAL> "IF"                                  { return IF; }
+    <INITIAL> "THEN"                                { return THEN; }
+    <INITIAL> "END_IF"                              { return END_IF; }
+    <INITIAL> "ELSIF"                               { return ELSIF; }
+    <INITIAL> "WHILE"                               { return WHILE; }
+    <INITIAL> "END_WHILE"                           { return END_WHILE; }
+    <INITIAL> "CASE"                                { return CASE; }
+    <INITIAL> "OF"                                  { return OF; }
+    <INITIAL> "END_CASE"                            { return END_CASE; }
+    <INITIAL> "DO"                                  { return DO; }
+    <INITIAL> "FOR"                                 { return FOR; }
+    <INITIAL> "TO"                                  { return TO; }
+    <INITIAL> "END_FOR"                             { return END_FOR; }
+    <INITIAL> "BY"                                  { return BY; }
+    <INITIAL> "PROGRAM"                             { return PROGRAM; }
+    <INITIAL> "END_PROGRAM"                         { return END_PROGRAM; }
+    <INITIAL> "EXIT"                                { return EXIT; }
+    <INITIAL> "FUNCTION"                            { return FUNCTION; }
+    <INITIAL> "END_FUNCTION"                        { return END_FUNCTION; }
+    <INITIAL> "VAR"                                 { return VAR; }
+    <INITIAL> "END_VAR"                             { return END_VAR; }
+    <INITIAL> "VAR_INPUT"                           { return VAR_INPUT; }
+    <INITIAL> "VAR_OUTPUT"                          { return VAR_OUTPUT; }
+    <INITIAL> "VAR_IN_OUT"                          { return VAR_IN_OUT; }
+    <INITIAL> "VAR_GLOBAL"                          { return VAR_GLOBAL; }
+    <INITIAL> "VAR_EXTERNAL"                        { return VAR_EXTERNAL; }
+    <INITIAL> "RETAIN"                              { return RETAIN; }
+    <INITIAL> "CONSTANT"                            { return CONSTANT; }
+    <INITIAL> "AT"                                  { return AT; }
+    <INITIAL> "AND"                                 { return AND; }
+    <INITIAL> "OR"                                  { return OR; }
+    <INITIAL> "XOR"                                 { return XOR; }
+    <INITIAL> "NOT"                                 { return NOT; }
+    <INITIAL> "REPEAT"                              { return REPEAT; }
+    <INITIAL> "END_REPEAT"                          { return END_REPEAT; }
+    <INITIAL> "UNTIL"                               { return UNTIL; }
+    <INITIAL> "STRING"                              { return STRUCTURE; }
+    <INITIAL> "ARRAY"                               { return ARRAY; }
+    <INITIAL> "TYPE"                                { return TYPE; }
+    <INITIAL> "END_TYPE"                            { return END_TYPE; }
+    <INITIAL> "STRUCT"                              { return STRUCT; }
+    <INITIAL> "END_STRUCT"                          { return END_STRUCT; }
+    <INITIAL> "RETURN"                              { return RETURN; }
+    <INITIAL> "MOD"                                 { return MOD; }
+    <INITIAL> "FUNCTION_BLOCK"                      { return FUNCTION_BLOCK; }
+    <INITIAL> "END_FUNCTION_BLOCK"                  { return END_FUNCTION_BLOCK; }
+    <INITIAL> "SYSTEM"                              { return SYSTEM; }
+    <INITIAL> "MULDIV"                              { return MULDIV; }
+    <INITIAL> "ROL"                                 { return ROL; }
+    <INITIAL> "ROR"                                 { return ROR; }
+    <INITIAL> "SHL"                                 { return SHL; }
+    <INITIAL> "SHR"                                 { return SHR; }
+    <INITIAL> "ABS"                                 { return ABS; }
+    <INITIAL> "MIN"                                 { return MIN; }
+    <INITIAL> "MAX"                                 { return MAX; }
+    <INITIAL> "LIMIT"                               { return LIMIT; }
+    <INITIAL> "SQRT"                                { return SQRT; }
+    <INITIAL> "&"                                   { return AND; }
+    <INITIAL> "**"                                  { return POWER; }
+    <INITIAL> ">="                                  { return GREATER_EQUAL; }
+    <INITIAL> "<="                                  { return LESS_EQUAL; }
+    <INITIAL> "<>"                                  { return NOT_EQUAL; }
+    <INITIAL> ":="                                  { return ASSIGN; }
+    <INITIAL> ">"                                   { return GREATER; }
+    <INITIAL> "="                                   { return EQUAL; }
+    <INITIAL> "<"                                   { return LESS; }
+    <INITIAL> ".."                                  { return SUBRANGE_DOTS; }
+    <INITIAL> "=>"                                  { return ARROW; }
+
+    <INITIAL> "%" [IMQ] [BDLWX]? digit+ ("." digit+)*   { return ReturnText(DIRECT_VARIABLE, text.substr(1)); }
+    // Wanted as it stands: in this form every digit of the fraction is followed by an underscore.
+    <INITIAL> digit* "." (digit "_")+ exponent?     { return ReturnReal(DigitsOf(text, 0).GetBuffer()); }
+    <INITIAL> digit+ ("_" digit+)*                  { return ReturnInteger(DigitsOf(text, 0).ToInt64Base10()); }
+    <INITIAL> "2#" [01] ("_"? [01])*                { return ReturnInteger(DigitsOf(text, 2).ToInt64Base2()); }
+    <INITIAL> "8#" [0-7] ("_"? [0-7])*              { return ReturnInteger(DigitsOf(text, 2).ToInt64Base8()); }
+    <INITIAL> "16#" hex ("_"? hex)*                 { return ReturnInteger(DigitsOf(text, 3).ToInt64Base16()); }
+
+    // Times and dates are recognised, and their text is dropped here. There is no unit for minutes.
+    <INITIAL> timePrefix (number "d")? (number "h")? (number "s")? (number "ms")?           { return TIME_DIR; }
+    <INITIAL> timePrefix (number "d_")? (number "h_")? (number "s_")? (number "ms_")?       { return TIME_DIR; }
+    <INITIAL> ("d" | "D" | "DATE") "#" date                                                 { return DATE_DIR; }
+    <INITIAL> ("tod" | "TOD" | "TIME_OF_DAY") "#" clock                                     { return TIME_OF_DAY_DIR; }
+    <INITIAL> ("DT" | "DATE_AND_TIME") "#" date "-" clock                                   { return DATE_AND_TIME_DIR; }
+
+    <INITIAL> "ANY" | "WORD" | "INT" | "REAL" | "SINT" | "BOOL" | "BYTE" | "DINT" | "DWORD" | "LINT" | "LREAL"
+            | "LWORD" | "UDINT" | "UINT" | "ULINT" | "USINT" | "ANY_BIT" | "ANY_INT" | "ANY_NUM" | "ANY_DATE"
+            | "ANY_REAL"                            { return ReturnTypeWord(TYPE_IDENTIFIER, text); }
+    <INITIAL> "TOD" | "TIME" | "TIME_OF_DAY" | "DT" | "DATE" | "DATE_AND_TIME"
+                                                    { return ReturnTypeWord(TYPE_TIME, text); }
+    <INITIAL> [A-Za-z_] [A-Za-z0-9_]*               { return ReturnName(text); }
+
+    <INITIAL> [-#$)+,/;{}(*.:]                      { return text.front(); }
+    <INITIAL> "["                                   { return '['; }
+    <INITIAL> "]"                                   { return ']'; }
+    <INITIAL> any \ [\n]                            { yyerror("Unknown character"); return g_NoToken; }
+
+    // What no rule takes leaves on standard output: so parentheses, bars and quotes inside a string are
+    // printed instead of stored. Wanted as it stands.
+    <IN_COMMENT, IN_STRING> *                       { Echo(text); return g_NoToken; }
+    <INITIAL> *                                     { EndProgram(g_ScannerFaultStatus, g_NoRuleMatches); }
+    */
+}
+
+int yylex()
+{
+    int token = g_NoToken;
+    while (token == g_NoToken) token = ScanOne();
+    return token;
+}

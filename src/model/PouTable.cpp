@@ -1,0 +1,171 @@
+#include "model/PouTable.h"
+
+#include "files/Format.h"
+#include "files/XmlDocument.h"
+#include "frontend/ErrorHandler.h"
+
+#include <utility>
+
+static constexpr std::string_view g_ProgramPath = "COMPILER\\TARGET\\VM\\PROGRAM";
+static constexpr std::string_view g_NamesEnd = "-end";   // closes the list, so no program can bear this name
+
+CPouTable::CPouTable(CErrorHandler& errors, CXmlDocument& target) : m_Errors(errors), m_Target(target) {}
+
+// Of several nodes of one name the first counts.
+void CPouTable::LoadProgramNames()
+{
+    m_ProgramNames.clear();
+    m_ProgramNodes.clear();
+    bool isClosed = false;
+    CXmlNode* pNode = m_Target.m_Root.FindFirstChild(g_ProgramPath);
+    for (; pNode; pNode = m_Target.m_Root.FindNextChild()) {
+        std::string name;
+        pNode->GetAttribute(name, "name");
+        m_ProgramNames.push_back(name);
+        isClosed = isClosed || name == g_NamesEnd;
+        if (!isClosed) m_ProgramNodes.try_emplace(std::move(name), pNode);
+    }
+    m_ProgramNames.emplace_back(g_NamesEnd);
+}
+
+bool CPouTable::IsProgramAllowed(const CPou& pou) const
+{
+    return m_ProgramNodes.contains(pou.m_Name);
+}
+
+static std::string GetCodeText(const CXmlNode& node, std::string_view attribute)
+{
+    constexpr std::string_view lineBreak = "{cr}";
+    std::string text;
+    node.GetAttribute(text, attribute);
+    std::size_t position = text.find(lineBreak);
+    while (position != std::string::npos) {
+        text.replace(position, lineBreak.size(), "\n\t");
+        position = text.find(lineBreak, position);
+    }
+    return text;
+}
+
+static void FillProgram(CProgram& program, const CXmlNode& node)
+{
+    program.m_Required = node.GetAttributeBool("required");
+    program.m_Auto = node.GetAttributeBool("auto");
+    program.m_InitGlobal = node.GetAttributeBool("initglobal");
+    program.m_InitRetain = node.GetAttributeBool("initretain");
+    program.m_Begin = GetCodeText(node, "pou_begin");
+    program.m_End = GetCodeText(node, "end");
+    program.m_Id = node.GetAttributeInt("id", -1);
+}
+
+static bool HaveSameTypes(const CPou& a, const CPou& b)
+{
+    for (std::size_t i = 0; i < a.m_Parameters.size(); ++i)
+        if (a.m_Parameters[i]->m_Type != b.m_Parameters[i]->m_Type) return false;
+    return true;
+}
+
+static bool HaveSameCount(const CPou& a, const CPou& b)
+{
+    return a.m_Parameters.size() == b.m_Parameters.size();
+}
+
+int CPouTable::AddPou(std::unique_ptr<CPou> pPou)
+{
+    std::string key = ToLowerCase(pPou->m_Name);
+    const auto found = m_Pous.find(key);
+    if (found == m_Pous.end()) return AddNew(std::move(key), std::move(pPou));
+
+    CPou* pEntry = m_Order[found->second];
+    if (!pPou->IsFunction()) return RefuseDuplicate(*pEntry, *pPou);
+    std::unique_ptr<CFunction> pFunction(pPou.release()->AsFunction());
+    if (CFunctionOverLoad* pSet = pEntry->AsOverload()) return AddToOverload(*pSet, std::move(pFunction));
+    if (HaveSameCount(*pEntry, *pFunction) && HaveSameTypes(*pEntry, *pFunction))
+        return RefuseDuplicate(*pEntry, *pFunction);
+    if (!pEntry->IsFunction()) return -1;   // kept: silently
+    MakeOverload(found->second, std::move(pFunction));
+    return 1;
+}
+
+int CPouTable::AddNew(std::string key, std::unique_ptr<CPou> pPou)
+{
+    if (CProgram* pProgram = pPou->AsProgram()) {
+        const auto node = m_ProgramNodes.find(pProgram->m_Name);
+        if (node == m_ProgramNodes.end()) {
+            m_Errors.ErrProgramNotSupported(pProgram->m_Location);
+            return -1;
+        }
+        FillProgram(*pProgram, *node->second);
+    }
+    m_Pous.emplace(std::move(key), m_Order.size());
+    m_Order.push_back(pPou.get());
+    m_Owned.push_back(std::move(pPou));
+    return 1;
+}
+
+int CPouTable::RefuseDuplicate(const CPou& declaredBefore, const CPou& pou)
+{
+    m_Errors.ErrPouDeclared(declaredBefore, pou.m_Location);
+    return -1;
+}
+
+// Kept: the first member with as many parameters decides. If its types differ the function is taken, even if
+// a later member is the same; and a function whose count no member has is refused without a word.
+int CPouTable::AddToOverload(CFunctionOverLoad& set, std::unique_ptr<CFunction> pFunction)
+{
+    for (const std::unique_ptr<CFunction>& pMember : set.m_Functions) {
+        if (!HaveSameCount(*pMember, *pFunction)) continue;
+        if (HaveSameTypes(*pMember, *pFunction)) return RefuseDuplicate(*pMember, *pFunction);
+        set.m_Functions.push_back(std::move(pFunction));
+        return 1;
+    }
+    return -1;
+}
+
+// The set takes the place of the function that was there, and its name and location.
+void CPouTable::MakeOverload(std::size_t position, std::unique_ptr<CFunction> pFunction)
+{
+    std::unique_ptr<CFunction> pFirst(m_Owned[position].release()->AsFunction());
+    auto pSet = std::make_unique<CFunctionOverLoad>(pFirst->m_Name, pFirst->m_Location);
+    pSet->m_Functions.push_back(std::move(pFirst));
+    pSet->m_Functions.push_back(std::move(pFunction));
+    m_Order[position] = pSet.get();
+    m_Owned[position] = std::move(pSet);
+}
+
+CFunctionOverLoad* CPouTable::FindOverload(std::string_view name) const
+{
+    CPou* pPou = FindPou(name);
+    return pPou ? pPou->AsOverload() : nullptr;
+}
+
+CPou* CPouTable::FindPou(std::string_view name) const
+{
+    return FindPouExact(ToLowerCase(name));
+}
+
+CPou* CPouTable::FindPouExact(std::string_view name) const
+{
+    const auto found = m_Pous.find(std::string(name));
+    return found == m_Pous.end() ? nullptr : m_Order[found->second];
+}
+
+// Kept: the name is looked up as the target spells it, so one with capitals never counts as declared: it is
+// reported as missing, or made and then refused as a duplicate.
+void CPouTable::AddAutomaticPrograms()
+{
+    constexpr SourceLocation nowhere{-1, -1, -1, -1, "automatic declaration"};
+    CXmlNode* pNode = m_Target.m_Root.FindFirstChild(g_ProgramPath);
+    for (; pNode; pNode = m_Target.m_Root.FindNextChild()) {
+        std::string name;
+        pNode->GetAttribute(name, "name");
+        if (FindPouExact(name)) continue;
+        if (pNode->GetAttributeBool("required")) {
+            m_Errors.ErrProgramRequired(name);
+            continue;
+        }
+        if (!pNode->GetAttributeBool("auto")) continue;
+        auto pProgram = std::make_unique<CProgram>(std::move(name), nowhere);
+        pProgram->m_Automatic = true;
+        AddPou(std::move(pProgram));
+    }
+}

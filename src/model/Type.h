@@ -1,0 +1,84 @@
+#pragma once
+
+#include "model/InitValue.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+class CTypeAny;
+class CTypeArray;
+class CTypeArrayUser;
+class CTypeStruct;
+class CTypeStructFB;
+
+// A data type. Types are made by the type table or by a declaration and stay valid to the end of the
+// process, so plain CType pointers may be kept; two types are the same only if their objects are.
+class CType
+{
+public:
+    explicit CType(std::string name);
+    // An alias: takes size and alignment from the type that it renames.
+    CType(std::string name, CType* pAliasOf);
+    virtual ~CType() = default;
+    CType(const CType&) = delete;
+    CType& operator=(const CType&) = delete;
+
+    virtual std::string GetInitText() const;       // of the default value, "NULL" if there is none
+
+    CType* GetBaseType();                          // the type behind all aliases, this one if it is none
+    const CType* GetBaseType() const;
+
+    // All tests but the last two look at the base type.
+    bool IsBool() const;
+    bool IsSigned() const;
+    bool IsUnsigned() const;
+    bool IsInteger() const;
+    bool IsReal() const;
+    bool IsNumeric() const;                        // signed, unsigned or real
+    bool IsBitString() const;                      // BYTE to LWORD; not BOOL
+    bool IsString() const;
+    bool IsAny() const;
+    bool IsArray() const;
+    bool IsArrayUser() const;
+    bool IsStruct() const;                         // function block structures too
+    bool IsStructFB() const;
+    bool IsAggregate() const { return IsArray() || IsStruct(); }
+    bool IsNotAlias() const { return !m_IsAlias; }
+    bool IsElementary() const { return m_IsElementary; }
+
+    // The base type as its class; null if it is another one.
+    CTypeAny* AsAny();
+    CTypeArray* AsArray();
+    CTypeArrayUser* AsArrayUser();
+    CTypeStruct* AsStruct();
+    CTypeStructFB* AsStructFB();
+    const CTypeArray* AsArray() const { return const_cast<CType*>(this)->AsArray(); }
+    const CTypeStruct* AsStruct() const { return const_cast<CType*>(this)->AsStruct(); }
+    const CTypeStructFB* AsStructFB() const { return const_cast<CType*>(this)->AsStructFB(); }
+
+    void SetSizeBytes(std::int32_t n) { m_SizeBits = n * 8; }
+    void SetAlign(std::int32_t n) { m_Align = n; }
+
+    bool m_Allowed = true;                         // the target allows the type
+    std::unique_ptr<CInitValue> m_InitValue;       // default initial value, may be null
+    std::string m_Name;                            // upper case for elementary types
+    bool m_IsAlias = false;
+    bool m_IsElementary = true;                    // true for an alias too
+    CType* m_AliasOf = nullptr;                    // with m_IsAlias
+    std::int32_t m_SizeBits = -1;                  // -1: unknown, also of every array: bounds belong to variables
+    std::int32_t m_Align = -1;                     // bytes; -1: unknown
+
+protected:
+    // What the class tests ask; each class of the family answers with its own.
+    enum class Class { Plain, Any, Array, ArrayUser, String, Struct, StructFB };
+    Class m_Class = Class::Plain;
+
+private:
+    // The groups that the name of an elementary type decides, settled once when the type is made.
+    enum class Group { None, Bool, Signed, Unsigned, Real, BitString };
+    static Group GroupOf(std::string_view name);
+
+    CType* m_Base = this;                          // followed through all aliases at construction
+    Group m_Group = Group::None;
+};

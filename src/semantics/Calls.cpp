@@ -1,0 +1,284 @@
+// Calls of functions and of function block instances.
+
+#include "semantics/Norvane.h"
+
+#include "model/ArrayIndex.h"
+#include "model/Member.h"
+#include "model/Pou.h"
+#include "model/Type.h"
+#include "model/TypeArray.h"
+#include "model/TypeStruct.h"
+#include "model/Variable.h"
+
+#include <unordered_set>
+
+// The kind of a call that could not be built. It is no valid kind; no such tree is ever generated, since an
+// error has been counted.
+static constexpr int g_NoCall = 0;
+
+static std::string TakeText(char* szText)
+{
+    std::string text = szText ? szText : "";
+    delete[] szText;
+    return text;
+}
+
+static bool HasSameType(const CType* pFirst, const CType* pSecond)
+{
+    return pFirst && pSecond && pFirst->GetBaseType() == pSecond->GetBaseType();
+}
+
+static bool IsConstantVariable(const CNode* pNode)
+{
+    return pNode->pVariable && pNode->pVariable->m_IsConstant;
+}
+
+static bool IsInstance(const CVariable* pVariable)
+{
+    return pVariable && pVariable->m_Type && pVariable->m_Type->IsStructFB();
+}
+
+CNode* CNorvane::MakeFunctionCall(char* szName, const SourceLocation& location, bool bInExpression, CNode* pParameters)
+{
+    // "name()" may mean an instance or a function.
+    if (!pParameters && IsInstance(FindVariable(szName))) {
+        const CPou* pPou = m_Pous.FindPouExact(szName);
+        if (!pPou || !pPou->IsFunction()) return MakeFbCall(szName, location, nullptr);
+        delete[] szName;
+        m_Errors.ErrOverloadType(location);
+        return new CNode(g_NoCall, location);
+    }
+    CNode* pNode = new CNode(ERROR_, location);
+    pNode->szName = TakeText(szName);
+    if (pParameters) pNode->AddChild(pParameters);
+    CPou* pPou = m_Pous.FindFunction(pNode->szName, location, pParameters, m_DataTypes.m_ErrorType);
+    CFunction* pFunction = pPou ? pPou->AsFunction() : nullptr;
+    if (!pFunction) return pNode;   // of a program too, and that without a message
+
+    pNode->nKind = FUNCTION_CALL;
+    pNode->pType = pFunction->m_ReturnType;
+    pNode->pPou = pFunction;
+    if (!bInExpression) {
+        pNode->nValue = 1;   // a statement: its result is dropped
+    } else if (!pFunction->m_ReturnType) {
+        m_Errors.ErrNoReturnValue(location);
+        pNode->pType = m_DataTypes.m_ErrorType;
+    }
+    if (m_VarBlockFlags & InDeclaration) m_Errors.ErrCallInDeclaration(location);
+    CheckFunctionCall(pNode);
+    return pNode;
+}
+
+// A literal takes the formal's type or has it already, and nothing can be handed back into it.
+static void CheckLiteralActual(CNorvane& norvane, CNode* pActual, const CFunction& function, int index)
+{
+    const CVariable& formal = *function.m_Parameters[static_cast<std::size_t>(index)];
+    // Unreported: what doesn't suit is a mismatch of this parameter; only a foreign type of its own is told apart.
+    if (!norvane.CheckImmediate(formal.m_Type, pActual, /*bReport=*/false))
+        norvane.m_Errors.ErrParameterMismatch(*pActual, function, index, pActual->location);
+    if (formal.IsHeldByPointer()) norvane.m_Errors.ErrOutputImmediate(pActual->location);
+}
+
+static void CheckTypedActual(CNorvane& norvane, const CNode* pActual, const CFunction& function, int index)
+{
+    CErrorHandler& errors = norvane.m_Errors;
+    const CVariable& formal = *function.m_Parameters[static_cast<std::size_t>(index)];
+    if (pActual->IsIdentifier() && IsConstantVariable(pActual) && formal.IsHeldByPointer()) {
+        errors.ErrOutputConstant(pActual->location);
+        return;
+    }
+    if (norvane.IsPoison(pActual)) return;
+    if (!HasSameType(pActual->pType, formal.m_Type)) {
+        errors.ErrParameterMismatch(*pActual, function, index, pActual->location);
+        return;
+    }
+    if (pActual->pType->IsAny()) errors.ErrInitAny(pActual->location);
+    if (!pActual->pType->IsArray()) return;
+    const std::int32_t found = norvane.m_Memory.ComputeAccessSize(pActual);
+    const std::int32_t required = norvane.m_Memory.ComputeVariableLayout(&formal);
+    if (found != required) errors.ErrArrayDimension(found, required, pActual->location);
+}
+
+void CNorvane::CheckFunctionCall(CNode* pNode)
+{
+    const CFunction* pFunction = pNode->pPou ? pNode->pPou->AsFunction() : nullptr;
+    if (!pFunction) return;
+    const CNode* pList = pNode->GetChildCount() > 0 ? pNode->Child(0) : nullptr;
+    const std::size_t count = pList ? pList->m_Children.size() : 0;
+    if (count != pFunction->m_Parameters.size()) {
+        m_Errors.ErrParameterCount(static_cast<int>(count), pNode->location);
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        const CType* pFormalType = pFunction->m_Parameters[i]->m_Type;
+        if (!pFormalType || pFormalType == m_DataTypes.m_ErrorType) continue;   // reported at its declaration
+        CNode* pActual = pList->m_Children[i];
+        if (pActual->IsLiteral()) CheckLiteralActual(*this, pActual, *pFunction, static_cast<int>(i));
+        else CheckTypedActual(*this, pActual, *pFunction, static_cast<int>(i));
+    }
+}
+
+// How many elements the array has that the path ends in, over all its levels that no subscript has used up.
+static std::int64_t CountElements(const CNode* pPath)
+{
+    const CVariable* pVariable = pPath->pVariable;
+    if (!pVariable) return 1;
+    const CType* pType = pVariable->m_Type;
+    const CArrayOfArrayIndex* pIndex = pVariable->GetIndex();
+    int level = 0;
+    for (int i = 1; i < pPath->GetChildCount(); ++i) {
+        const CNode* pStep = pPath->Child(i);
+        if (pStep->nKind == EXP_LIST) {
+            ++level;
+            pType = pType && pType->AsArray() ? pType->AsArray()->m_Element : nullptr;
+            continue;
+        }
+        const CMember* pMember = pType && pType->AsStruct() ? pType->AsStruct()->FindMember(pStep->szName) : nullptr;
+        pType = pMember ? pMember->m_Type : nullptr;
+        pIndex = pMember ? pMember->m_Index.get() : nullptr;
+        level = 0;
+    }
+    std::uint64_t count = 1;   // without a sign: products beyond any memory wrap silently
+    for (; pIndex && level < pIndex->GetLevelCount(); ++level)
+        count *= static_cast<std::uint64_t>(pIndex->GetLevel(level)->GetProduct());
+    return static_cast<std::int64_t>(count);
+}
+
+namespace
+{
+
+// One parameter "name := value" or "name => variable" of a function block call.
+struct FbParameter
+{
+    const CNode* pNode;
+    const CNode* pName;
+    CNode* pValue;
+    const CMemberFB* pMember;
+
+    bool IsHeldByPointer() const { return pMember->m_IsOutput || pMember->m_IsInOut; }
+};
+
+}   // namespace
+
+static void CheckFbValueType(CNorvane& norvane, const FbParameter& parameter)
+{
+    CType* pMemberType = parameter.pMember->m_Type;
+    CNode* pValue = parameter.pValue;
+    if (!pMemberType || pMemberType == norvane.m_DataTypes.m_ErrorType) return;
+    if (pValue->IsLiteral()) {
+        norvane.CheckImmediate(pMemberType, pValue, /*bReport=*/true);
+        return;
+    }
+    if (norvane.IsPoison(pValue) || HasSameType(pMemberType, pValue->pType)) return;
+    norvane.m_Errors.ErrTypeMismatch(pMemberType, pValue->pType, pValue->location);
+}
+
+// Outputs come with "=>", all others with ":=".
+static void CheckFbDirection(CErrorHandler& errors, const FbParameter& parameter)
+{
+    const bool isAssigned = parameter.pNode->nKind == ASSIGN_FB;
+    if (isAssigned && parameter.pMember->m_IsOutput) errors.ErrRequiredArrow(parameter.pNode->location);
+    if (!isAssigned && !parameter.pMember->m_IsOutput) errors.ErrRequiredAssign(parameter.pNode->location);
+}
+
+// What is handed out must have a place that may be written.
+static void CheckFbTarget(CNorvane& norvane, const FbParameter& parameter)
+{
+    if (!parameter.IsHeldByPointer()) return;
+    const CNode* pValue = parameter.pValue;
+    if (pValue->IsLiteral()) norvane.m_Errors.ErrOutputImmediate(pValue->location);
+    if (norvane.IsPoison(pValue)) return;
+    if (!pValue->IsVariableAccess()) {
+        if (parameter.pMember->m_IsInOut) norvane.m_Errors.ErrInOutLValue(pValue->location);
+        return;
+    }
+    if (IsConstantVariable(pValue)) norvane.m_Errors.ErrAssignToConstant(pValue->location);
+}
+
+static void CheckFbArray(CErrorHandler& errors, const FbParameter& parameter)
+{
+    const CMemberFB* pMember = parameter.pMember;
+    const CNode* pValue = parameter.pValue;
+    if (!pMember->m_Type || !pMember->m_Type->IsArray() || !pValue->pType || !pValue->pType->IsArray()) return;
+    const std::int64_t found = CountElements(pValue);
+    const std::int64_t required = pMember->m_Index ? pMember->m_Index->GetElementCount() : 1;
+    if (found == required) return;
+    if (pMember->m_IsInOut) errors.ErrArrayDimension(found, required, parameter.pNode->location);
+    else errors.WarnArrayDimension(found, required, parameter.pNode->location);
+}
+
+static void CheckFbParameter(CNorvane& norvane, const FbParameter& parameter)
+{
+    const CMemberFB* pMember = parameter.pMember;
+    CheckFbValueType(norvane, parameter);
+    CheckFbDirection(norvane.m_Errors, parameter);
+    CheckFbTarget(norvane, parameter);
+    if (!pMember->m_IsInput && !parameter.IsHeldByPointer())
+        norvane.m_Errors.ErrLocalInFbCall(parameter.pName->szName, parameter.pName->location);
+    CheckFbArray(norvane.m_Errors, parameter);
+}
+
+static void CheckFbParameters(CNorvane& norvane, const CNode* pList, const CTypeStructFB& type)
+{
+    std::vector<bool> isAssigned(type.m_Members.size());
+    for (CNode* pParameter : pList->m_Children) {
+        if (pParameter->GetChildCount() < 2) continue;
+        CNode* pName = pParameter->Child(0);
+        int position = 0;
+        CMember* pMember = type.FindMember(pName->szName, &position);
+        const CMemberFB* pMemberFB = pMember ? pMember->AsMemberFB() : nullptr;
+        if (!pMemberFB) {
+            norvane.m_Errors.ErrNotMember(pName->szName, &type, pName->location);
+            continue;
+        }
+        pName->pMember = pMember;
+        if (isAssigned[static_cast<std::size_t>(position)]) {
+            norvane.m_Errors.ErrMemberAssigned(pName->szName, pName->location);
+            continue;
+        }
+        isAssigned[static_cast<std::size_t>(position)] = true;
+        CheckFbParameter(norvane, {pParameter, pName, pParameter->Child(1), pMemberFB});
+    }
+}
+
+// An in-out member holds a pointer, so a call must set it. Kept: here the spelling of the names must agree.
+static bool NamesAllInOuts(const CNode* pList, const CTypeStructFB& type)
+{
+    std::unordered_set<std::string_view> names;
+    if (pList) {
+        for (const CNode* pParameter : pList->m_Children) {
+            if (pParameter->GetChildCount() > 0) names.insert(pParameter->Child(0)->szName);
+        }
+    }
+    for (const std::unique_ptr<CMember>& pMember : type.m_Members) {
+        if (pMember->IsInOut() && !names.contains(pMember->m_Name)) return false;
+    }
+    return true;
+}
+
+CNode* CNorvane::MakeFbCall(char* szName, const SourceLocation& location, CNode* pParameters)
+{
+    const std::string name = TakeText(szName);
+    CNode* pNode = new CNode(g_NoCall, location);
+    CVariable* pVariable = FindVariable(name);
+    if (!pVariable) {
+        m_Errors.ErrVariableNotDeclared(name, location);
+        DeleteTree(pParameters);
+        return pNode;
+    }
+    pVariable->m_IsUsed = true;
+    if (pParameters) pNode->AddChild(pParameters);
+    CType* pType = pVariable->m_Type;
+    if (!pType || pType == m_DataTypes.m_ErrorType) return pNode;   // reported at its declaration
+    const CTypeStructFB* pInstanceType = pType->AsStructFB();
+    if (!pInstanceType) {
+        m_Errors.ErrNotFb(name, location);
+        return pNode;
+    }
+    pNode->nKind = FUNCTION_BLOCK;
+    if (pParameters) CheckFbParameters(*this, pParameters, *pInstanceType);
+    if (!NamesAllInOuts(pParameters, *pInstanceType)) m_Errors.ErrFbCallWithoutInOut(location);
+    pNode->szName = name;
+    pNode->pVariable = pVariable;
+    return pNode;
+}

@@ -1,0 +1,155 @@
+// How tree nodes come into being. The parser reduces bottom-up and every node with children runs the whole
+// semantic pipeline at once, so there is no later pass over the tree, and a node costs what it has children.
+
+#include "semantics/Norvane.h"
+
+#include "files/OutputTextFile.h"
+#include "frontend/Scanner.h"
+#include "frontend/StringLiteral.h"
+#include "model/Type.h"
+#include "model/Variable.h"
+#include "semantics/KnownValue.h"
+
+#include <cstdio>
+
+// The scanner's heap texts become strings here; whoever takes one over frees it.
+static std::string TakeText(char* szText)
+{
+    if (!szText) return {};
+    std::string text = szText;
+    delete[] szText;
+    return text;
+}
+
+// The whole pipeline, in this order: folding may turn an operator into a literal, and typing then has
+// nothing left to say about it.
+CNode* CNorvane::MakeNode(int kind, const SourceLocation& location, std::initializer_list<CNode*> children)
+{
+    CNode* pNode = new CNode(kind, location);
+    for (CNode* pChild : children) {
+        if (pChild) pNode->AddChild(pChild); // a grammar symbol without a value gives no child
+    }
+    if (pNode->GetChildCount() == 0) return pNode;
+
+    FoldImmediates(pNode);
+    TypeExpression(pNode);
+    CheckAssignment(pNode);
+    if (m_VarBlockFlags & InDeclaration) FoldConstants(pNode);
+
+    switch (pNode->nKind) {
+    case IF:
+    case ELSIF:
+    case WHILE:
+    case REPEAT: CheckCondition(pNode); break;
+    case FOR: CheckFor(pNode); break;
+    case CASE: CheckCase(pNode); break;
+    case PROGRAM: AddProgram(pNode); break;
+    case FUNCTION: AddFunction(pNode); break;
+    case STRUCT: RegisterStruct(pNode); break;
+    case FUNCTION_BLOCK: AddFunctionBlock(pNode); break;
+    default: break;
+    }
+    return pNode;
+}
+
+CNode* CNorvane::MakeIdentifier(char* szName, const SourceLocation& location)
+{
+    CNode* pNode = new CNode(NEW_ID, location);
+    pNode->szName = TakeText(szName);
+    return pNode;
+}
+
+CNode* CNorvane::MakeInteger(std::int64_t value, const SourceLocation& location)
+{
+    CNode* pNode = new CNode(IMM_INTEGER, location);
+    pNode->nValue = value;
+    return pNode;
+}
+
+CNode* CNorvane::MakeReal(double value, const SourceLocation& location)
+{
+    CNode* pNode = new CNode(IMM_REAL, location);
+    pNode->dValue = value;
+    return pNode;
+}
+
+// The token of a string is its closing apostrophe, so its start comes from the literal. The location is of
+// a form of its own: it ends where that token starts, and it names no file.
+CNode* CNorvane::MakeString(CStringLiteral* pLiteral, const SourceLocation& location)
+{
+    const std::unique_ptr<CStringLiteral> owned(pLiteral);
+    SourceLocation where;
+    where.nFirstLine = owned->GetLine();
+    where.nFirstColumn = owned->GetColumn();
+    where.nLastLine = location.nLastLine;
+    where.nLastColumn = location.nFirstColumn;
+
+    CNode* pNode = new CNode(STR_DIR, where);
+    pNode->szString = owned->GetText();
+    pNode->pType = m_DataTypes.m_StringType;
+    return pNode;
+}
+
+// A use of a substituted constant is the literal of its value, but one that has a type.
+static void SubstituteConstant(CNode* pNode, const CVariable& variable, const CType* pType)
+{
+    const CInitValue noValue;
+    const CInitValue* pValue = GetKnownValue(variable);
+    if (!pValue) pValue = &noValue;
+
+    if (pType && pType->IsReal()) {
+        pNode->nKind = IMM_REAL;
+        pNode->dValue = pValue->GetDouble();
+        return;
+    }
+    if (pType && pType->IsBool()) {
+        pNode->nKind = pValue->GetBool() ? TRUE : FALSE;
+        return;
+    }
+    pNode->nKind = IMM_INTEGER;
+    pNode->nValue = pValue->GetInt64();
+}
+
+CNode* CNorvane::MakeVariable(char* szName, const SourceLocation& location)
+{
+    CNode* pNode = new CNode(IDENTIFIER, location);
+    pNode->szName = TakeText(szName);
+    CVariable* pVariable = FindVariable(pNode->szName);
+    if (!pVariable) {
+        m_Errors.ErrVariableNotDeclared(pNode->szName, location);
+        pNode->nKind = ERROR_;
+        return pNode;
+    }
+
+    CType* pType = pVariable->m_Type ? pVariable->m_Type : m_DataTypes.m_ErrorType;
+    if (m_Memory.IsSubstituted(pVariable)) SubstituteConstant(pNode, *pVariable, pType);
+    pVariable->m_IsUsed = true;
+    pNode->pVariable = pVariable;
+    pNode->pType = pType;
+    if (!pType || !pType->IsArray()) return pNode;
+    if (const CArrayOfArrayIndex* pIndex = pVariable->GetIndex()) pNode->pArrayIndex = pIndex->GetFirst();
+    return pNode;
+}
+
+// The tree is written beside the source if the user asked for it, and stays allocated in any case.
+void CNorvane::FinishSourceFile(CNode* pRoot)
+{
+    if (!m_DumpTree || !pRoot || !g_CurrentFileName) return;
+    const std::string name = std::string(g_CurrentFileName) + ".xml";
+    OutputTextFile file;
+    bool written = file.Open(name);
+    if (written) {
+        pRoot->WriteXml(file);
+        written = file.Close();
+    }
+    if (written) return;
+
+    const std::string message = "cannot write the tree file " + name + "\n";
+    std::fflush(stdout);
+    std::fputs(message.c_str(), stderr);
+}
+
+void CNorvane::SyntaxErrorAt(std::string_view text, int line, int column)
+{
+    m_Errors.ErrSyntax(text, line, column);
+}

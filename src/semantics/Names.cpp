@@ -1,0 +1,36 @@
+// What a name is at the moment the scanner meets it. Declarations enter the tables while parsing goes on, so
+// the same word can be an identifier in one line and a type in the next.
+
+#include "semantics/Norvane.h"
+
+#include "frontend/Scanner.h"
+#include "model/Type.h"
+
+static bool HasTwoUnderscores(std::string_view name)
+{
+    return name.find("__") != std::string_view::npos;
+}
+
+// Elementary types, whose names are upper case. A type that the target refuses is handed out all the same.
+int CNorvane::LookupTypeName(std::string_view text, CType*& pType)
+{
+    pType = m_DataTypes.FindType(text);
+    return pType && pType->m_Allowed ? TYPE_IDENTIFIER : NEW_ID;
+}
+
+int CNorvane::ClassifyName(std::string_view text, YYSTYPE& value)
+{
+    if (CCastFunction* pCast = m_CastFunctions.Find(text)) {
+        value.pCast = pCast;
+        return CAST_FUNCTION_CALL;
+    }
+    if (HasTwoUnderscores(text)) m_Errors.ErrTwoUnderscores();   // the name stays usable
+    value.pType = m_DataTypes.FindUserType(text);
+    return value.pType ? TYPE_IDENTIFIER : NEW_ID;
+}
+
+CVariable* CNorvane::FindVariable(std::string_view name) const
+{
+    if (CVariable* pVariable = m_LocalSymbols.Find(name)) return pVariable;
+    return m_GlobalSymbols.Find(name);
+}

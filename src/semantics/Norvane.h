@@ -1,0 +1,222 @@
+#pragma once
+
+#include "codegen/CodeGeneration.h"
+#include "files/XmlDocument.h"
+#include "frontend/ErrorHandler.h"
+#include "frontend/Node.h"
+#include "model/CastFunction.h"
+#include "model/PouTable.h"
+#include "model/SymbolTable.h"
+#include "target/DataType.h"
+#include "target/MemoryHandler.h"
+
+#include <cstdint>
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+class CStringLiteral;
+class CTypeAny;
+class CTypeArray;
+class CTypeArrayUser;
+class CTypeStruct;
+union YYSTYPE;
+
+// Bits of m_VarBlockFlags: the kind of the open block, and its attributes.
+enum VarBlockFlag : int
+{
+    InVar = 1,
+    InVarInput = 2,
+    InVarOutput = 4,
+    InVarInOut = 8,
+    InVarGlobal = 16,
+    InVarExternal = 32,
+    WithConstant = 64,
+    WithRetain = 128,
+    InType = 256,
+    InStruct = 512,
+
+    InAnyVarBlock = 63,        // a VAR block of any kind
+    InDeclaration = 319        // a VAR block or a TYPE body; deliberately not a STRUCT body
+};
+
+// The compiler: settings, tables and the semantic methods that the grammar's actions call. The methods are
+// spread over the files of this folder by subject, and over driver/ for the merge and the library.
+class CNorvane
+{
+public:
+    CNorvane();
+    virtual ~CNorvane();
+    CNorvane(const CNorvane&) = delete;
+    CNorvane& operator=(const CNorvane&) = delete;
+
+    // ---- Settings, set once by the option loop.
+    std::string m_ProgramName = "default";
+    std::int32_t m_ProgramVersion = 0;
+    std::int32_t m_CompileStamp = static_cast<std::int32_t>(0x80000000u);
+    std::vector<std::string> m_SourceFiles;          // files opened for parsing, in order
+    std::string m_LibraryFile;                       // of -l; empty: no library is stored
+    std::int32_t m_ParameterStackSize = -1;          // bytes; -1: not given
+    std::int32_t m_ReturnStackSize = -1;             // bytes; -1: not given
+    bool m_ConstantSubstitution = true;              // -cso0 clears it
+    bool m_FbOptimisation = true;                    // -fbo0 clears it
+    bool m_BooleanShortcut = true;                   // -bs0 clears it
+    bool m_DumpTree = false;                         // -x
+
+    // ---- The tables. The order matters: who is given another one at construction stands behind it.
+    CXmlDocument m_Target;
+    CErrorHandler m_Errors;
+    CDataType m_DataTypes;
+    CMemoryHandler m_Memory;
+    CSymbolTable m_GlobalSymbols;                    // of the whole run
+    CSymbolTable m_LocalSymbols;                     // of the current POU; searched first
+    CPouTable m_Pous;
+    CCastFunctionSet m_CastFunctions;
+    CCodeGeneration m_Code;
+
+    // ---- State of the declarations.
+    int m_VarBlockFlags = 0;                         // VarBlockFlag bits; 0 outside any block
+    int m_PouKind = 0;                               // PROGRAM, FUNCTION or FUNCTION_BLOCK; 0 outside
+    std::vector<std::unique_ptr<CVariable>> m_Parameters;        // interface list of the POU being parsed
+    std::unique_ptr<CTypeStruct> m_StructInProgress;             // under the name "tmp"
+    std::unique_ptr<CArrayOfArrayIndex> m_PendingIndex;          // of the array declaration in progress
+    bool m_ArrayPending = false;                     // the next AddVariables makes array variables
+
+    // ---- Names (Names.cpp). NEW_ID says that a name is nothing known.
+    int LookupTypeName(std::string_view text, CType*& pType);
+    int ClassifyName(std::string_view text, YYSTYPE& value);
+    CVariable* FindVariable(std::string_view name) const;        // local first, then global; null if absent
+
+    // ---- Making nodes (MakeNode.cpp). The makers of leaves run no checks; those given a text own it.
+    CNode* MakeNode(int kind, const SourceLocation& location, std::initializer_list<CNode*> children = {});
+    CNode* MakeIdentifier(char* szName, const SourceLocation& location);
+    CNode* MakeInteger(std::int64_t value, const SourceLocation& location);
+    CNode* MakeReal(double value, const SourceLocation& location);
+    CNode* MakeString(CStringLiteral* pLiteral, const SourceLocation& location);
+    CNode* MakeVariable(char* szName, const SourceLocation& location);
+    CNode* AppendToList(CNode* pList, CNode* pItem);
+    void FinishSourceFile(CNode* pRoot);
+    void SyntaxErrorAt(std::string_view text, int line, int column);
+
+    // ---- Declarations (Declarations.cpp, ArrayDeclarations.cpp, StringDeclarations.cpp, PouDeclarations.cpp).
+    void BeginPou(int kind);
+    void EndPouKind();
+    void BeginVarBlock(int token, const CNode* pAttributes);
+    void EndVarBlock();
+    CNode* MakeDeclaredIdentifier(char* szName, const SourceLocation& location);
+    void SetDirectAddress(CNode* pList, char* szAddress);                       // takes the text over
+    void AddVariables(CNode* pList, CType* pType, const CInitValue* pInit);     // a null type counts as the error type
+    // The four below free no node: the grammar's actions delete the length, ranges, value and variable nodes
+    // behind the call, or go on using them (a structure's values become a child of the list).
+    void DeclareWithInit(CNode* pList, CType* pType, CNode* pValue);
+    void DeclareString(CNode* pList, CNode* pLength, CStringLiteral* pText);    // takes the text over, which may be null
+    void DeclareStringFromVariable(CNode* pList, CNode* pLength, CNode* pVariable);
+    void DeclareArray(CNode* pList, CNode* pRanges, CType* pElement, CNode* pInitList);   // pInitList may be null
+    void AddReturnVariable(const char* szName, CNode* pReturnType);
+    CNode* MakeReturnType(CNode* pNode, CType* pType);
+    void AddProgramInit();
+    void EndPouScope();
+
+    // ---- Expressions (ExpressionTyping.cpp).
+    void TypeExpression(CNode* pNode);
+    bool CheckImmediate(CType* pType, CNode* pNode, bool bReport);
+    CNode* MakeCast(CCastFunction* pFunction, const SourceLocation& location, CNode* pArgument);
+    bool IsPoison(const CNode* pNode) const;         // kind ERROR_ or the error type
+    void Poison(CNode* pNode);                       // gives it the error type, which keeps followers silent
+
+    // ---- Folding (LiteralFolding.cpp, ConstantFolding.cpp, ValueFolding.cpp).
+    void FoldImmediates(CNode* pNode);
+    void FoldMinMax(CNode* pNode);
+    void FoldConstants(CNode* pNode);
+    std::unique_ptr<CInitValue> FoldValues(const CInitValue& left, const CInitValue& right, int op,
+                                           const SourceLocation& where);
+    std::unique_ptr<CInitValue> FoldValueImmediate(const CInitValue& left, const CNode& right, int op,
+                                                   const SourceLocation& where);
+    std::unique_ptr<CInitValue> FoldImmediateValue(const CNode& left, const CInitValue& right, int op,
+                                                   const SourceLocation& where);
+    std::unique_ptr<CInitValue> FoldUnaryValue(const CInitValue& value, int op);
+    void CollapseNode(CNode* pNode);
+
+    // ---- Paths, statements and calls (Paths.cpp, StatementChecks.cpp, CaseLabels.cpp, Calls.cpp).
+    void ResolveVariablePath(CNode* pNode);
+    void ResolveMemberPath(CNode* pNode, const CArrayOfArrayIndex* pIndex, CType* pType);
+    int EvalIntegerExpression(CNode* pNode, std::int32_t& value);    // 1 with a value, -1 without
+    void CheckAssignment(CNode* pNode);
+    void CheckCondition(CNode* pNode);
+    void CheckCase(CNode* pNode);
+    void CheckFor(CNode* pNode);
+    CNode* MakeFunctionCall(char* szName, const SourceLocation& location, bool bInExpression, CNode* pParameters);
+    CNode* MakeFbCall(char* szName, const SourceLocation& location, CNode* pParameters);
+    void CheckFunctionCall(CNode* pNode);
+
+    // ---- Initial values (Initialisers.cpp, InitialValues.cpp, ElementValues.cpp).
+    bool CheckArrayInit(CType* pType, CNode* pList, const CArrayOfArrayIndex* pIndex, int level);
+    bool CheckStructInit(CType* pType, CNode* pList);
+    std::unique_ptr<CInitValue> BuildInitArray(CType* pType, const CNode* pList);
+    std::unique_ptr<CInitValue> BuildInitStruct(CType* pType, const CNode* pList);
+    std::unique_ptr<CInitValue> BuildInitScalar(CType* pType, CNode* pNode);    // null after a diagnostic
+    std::unique_ptr<CInitValue> BuildDefaultArrayInit(const CArrayOfArrayIndex* pIndex, CType* pType, int level);
+    std::int64_t CountInitElements(const CNode* pList);                         // -1 after a diagnostic
+    std::unique_ptr<CInitValue> GetElementInitValue(const CNode* pNode);        // null if none is known
+    std::unique_ptr<CInitValue> ValueOf(CNode* pNode, CType* pType);            // what an operand stands for; null if nothing
+    int EvalConstIndex(const CNode* pNode, std::int32_t& value);                // 1, or -1 after a diagnostic
+
+    // ---- The driver's part (driver/).
+    std::string ExtractFirmwareLibrary();            // name of the temporary source; empty if there is none
+    // Writes the sources into the file of -l. False if that file can't be written; what is wrong with its
+    // contents is reported as an error.
+    bool StoreLibrary(std::string_view sources);
+    // Copies the temporary text to the final file, unused functions and function blocks as comments, and
+    // deletes the temporary one. False, with no final file made, if it could not be written.
+    bool MergeOutput(const std::string& temporaryName, const std::string& outputName);
+
+private:
+    // Declarations.cpp
+    void AddMembers(CNode* pList, CType* pType, const CInitValue* pInit);
+    void AddAliases(CNode* pList, CType* pType, const CInitValue* pInit);
+    void AddBlockVariables(CNode* pList, CType* pType, const CInitValue* pInit);
+    void AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit);
+    std::unique_ptr<CVariable> MakeBlockVariable(CType*& pType, const CInitValue*& pInit);
+    void PlaceAtAddress(CVariable& variable, const CNode* pName);
+    void WarnInitialisedParameter(const SourceLocation& where);
+    void EnterVariable(std::unique_ptr<CVariable> pVariable);
+    bool IsInterfaceBlock() const;      // VAR_INPUT, VAR_OUTPUT or VAR_IN_OUT is open
+    bool JoinsParameters() const;       // the open block's variables enter m_Parameters
+    void RegisterStruct(CNode* pNode);
+
+    // PouDeclarations.cpp
+    void AddFunction(CNode* pNode);
+    void AddFunctionBlock(CNode* pNode);
+    void AddProgram(CNode* pNode);
+    void TakeParameters(CPou& pou);
+    int CheckAnyParameters(CFunction& function, CTypeAny*& pAny);
+
+    // ArrayDeclarations.cpp, StringDeclarations.cpp
+    CTypeArray* GetArrayType(CType* pElement, const CArrayIndex* pIndex);
+    std::unique_ptr<CArrayIndex> BuildArrayIndex(const CNode* pRanges);         // null after a diagnostic
+    std::unique_ptr<CInitValue> MakeArrayValue(CType* pElement, CTypeArray* pArray, CNode* pInitList);
+    void AddArrayTypes(const CNode* pList, CType* pElement, CTypeArray* pArray, const CInitValue* pInit);
+    std::int32_t EvalStringLength(CNode* pList, CNode* pLength);                // -1 after a diagnostic
+    std::int32_t BeginString(CNode* pList, CNode* pLength);
+    void AddString(CNode* pList, std::int32_t length, const std::string& text, const SourceLocation& lengthWhere);
+
+    // Initialisers.cpp, InitialValues.cpp
+    std::unique_ptr<CInitValue> MakeVariableValue(CNode* pList, CType* pType, CNode* pValue);
+    bool CheckInitType(const CType* pDeclared, const CNode* pValue, const SourceLocation& where);
+    bool CheckInitElement(CType* pElement, CNode* pValue);
+    bool CheckStructMember(const CMember& member, const CNode* pName, CNode* pValue);
+    bool GetRepeatCount(const CNode* pNode, std::int64_t& value);
+    bool BuildInitElement(CType* pType, CNode* pNode, std::unique_ptr<CInitValue>& pInit);
+
+    std::vector<std::unique_ptr<CVariable>> m_ExternalVariables;   // in no table: the name means the global
+    std::vector<std::unique_ptr<CFunction>> m_AnyFunctions;        // of ANY parameters, so not in the POU table
+    // By element type and number of dimensions; for lookup only, never walked.
+    std::map<std::pair<const CType*, int>, CTypeArray*> m_ArrayTypes;
+};
+
+// The one compiler of the process; it exists before main and holds everything.
+extern CNorvane g_Norvane;

@@ -1,0 +1,130 @@
+// Checks of lists, assignments, conditions and FOR statements while their nodes are made.
+
+#include "semantics/Norvane.h"
+
+#include "model/Type.h"
+#include "model/Variable.h"
+
+static const CType* BaseTypeOf(const CNode* pNode)
+{
+    return pNode->pType ? pNode->pType->GetBaseType() : nullptr;
+}
+
+static bool IsArrayNode(const CNode* pNode)
+{
+    return pNode->pType && pNode->pType->IsArray();
+}
+
+static bool LeavesList(const CNode* pStatement)
+{
+    return pStatement->nKind == RETURN || pStatement->nKind == EXIT;
+}
+
+CNode* CNorvane::AppendToList(CNode* pList, CNode* pItem)
+{
+    if (!pItem) return pList;   // a declaration without a name makes no node
+    const int count = pList->GetChildCount();
+    const bool isUnreachable = count > 0 && LeavesList(pList->Child(count - 1));
+    pList->AddChild(pItem);
+    pList->location.nLastLine = pItem->location.nLastLine;
+    pList->location.nLastColumn = pItem->location.nLastColumn;
+    if (!isUnreachable || pList->bUnreachableWarned) return pList;
+    pList->bUnreachableWarned = true;   // one warning to a list, behind the first statement that leaves it
+    m_Errors.WarnUnreachable(pItem->location);
+    return pList;
+}
+
+// Arrays of one element type and dimension count are assignable whatever their bounds; the sizes are told
+// apart here. Behind an in-out parameter a difference would write over what the caller has there.
+static void CheckArraySizes(CNorvane& norvane, const CNode* pNode)
+{
+    const CNode* pLeft = pNode->Child(0);
+    const CNode* pRight = pNode->Child(1);
+    if (!IsArrayNode(pLeft) || !pRight->IsIdentifier() || !IsArrayNode(pRight)) return;
+    const std::int32_t leftBytes = norvane.m_Memory.ComputeAccessSize(pLeft);
+    const std::int32_t rightBytes = norvane.m_Memory.ComputeAccessSize(pRight);
+    if (leftBytes == rightBytes) return;
+    if (pLeft->pVariable && pLeft->pVariable->m_IsInOut)
+        norvane.m_Errors.ErrArrayDimension(leftBytes, rightBytes, pNode->location);
+    else
+        norvane.m_Errors.WarnArrayDimension(leftBytes, rightBytes, pNode->location);
+}
+
+static void CheckTarget(CNorvane& norvane, const CNode* pNode)
+{
+    const CNode* pLeft = pNode->Child(0);
+    const CNode* pRight = pNode->Child(1);
+    if (!pLeft->IsVariableAccess()) return;
+    if (pLeft->pVariable && pLeft->pVariable->m_IsConstant) norvane.m_Errors.ErrAssignToConstant(pRight->location);
+    if (pLeft->bThroughInOut && !pRight->IsVariableAccess()) norvane.m_Errors.ErrInOutLValue(pLeft->location);
+    CheckArraySizes(norvane, pNode);
+}
+
+void CNorvane::CheckAssignment(CNode* pNode)
+{
+    if (pNode->nKind != ASSIGN) return;
+    CNode* pLeft = pNode->Child(0);
+    CNode* pRight = pNode->Child(1);
+    if (IsPoison(pLeft) || IsPoison(pRight)) return;
+    CheckTarget(*this, pNode);
+    if (!pLeft->pType) return;   // an address or a path that failed: there is nothing to compare with
+    if (pRight->IsLiteral() && CheckImmediate(pLeft->pType, pRight, /*bReport=*/true)) return;
+    if (!pRight->pType || BaseTypeOf(pLeft) == BaseTypeOf(pRight)) return;
+    m_Errors.ErrOperatorMismatch(ASSIGN, pLeft->pType, pRight->pType, pNode->location);
+    pNode->pType = m_DataTypes.m_ErrorType;
+}
+
+// -1 and -2 are what NOT folds 0 and 1 into.
+static bool IsBooleanInteger(const CNode* pNode)
+{
+    return pNode->nKind == IMM_INTEGER && pNode->nValue >= -2 && pNode->nValue <= 1;
+}
+
+void CNorvane::CheckCondition(CNode* pNode)
+{
+    CNode* pCondition = pNode->Child(pNode->nKind == REPEAT ? 1 : 0);
+    const bool isBool = pCondition->pType && pCondition->pType->IsBool();
+    // Kept: a condition that has failed already is reported here once more.
+    if (!isBool && !pCondition->IsBooleanLiteral() && !IsBooleanInteger(pCondition))
+        m_Errors.ErrNeedsBoolean(pCondition->location);
+    if (!pCondition->pType) pCondition->pType = m_DataTypes.FindType("BOOL");
+}
+
+// What has a type of its own: the forms that the bounds and the step of a FOR are compared in.
+static bool IsTypedOperand(const CNode* pNode)
+{
+    return pNode->IsVariableAccess() || pNode->nKind == SIMPLIFIED;
+}
+
+// Reports two operands whose types differ; what has failed before stays silent.
+static bool HasMismatch(CNorvane& norvane, const CNode* pFirst, const CNode* pSecond)
+{
+    if (!IsTypedOperand(pFirst) || !IsTypedOperand(pSecond)) return false;
+    if (!pFirst->pType || !pSecond->pType) return false;
+    if (norvane.IsPoison(pFirst) || norvane.IsPoison(pSecond)) return false;
+    if (BaseTypeOf(pFirst) == BaseTypeOf(pSecond)) return false;
+    norvane.m_Errors.ErrTypeMismatch(pFirst->pType, pSecond->pType, pSecond->location);
+    return true;
+}
+
+void CNorvane::CheckFor(CNode* pNode)
+{
+    constexpr int countWithStep = 4;
+    CNode* pVariable = pNode->Child(0)->Child(0);
+    CNode* pStart = pNode->Child(0)->Child(1);
+    CNode* pEnd = pNode->Child(1);
+    CNode* pStep = pNode->GetChildCount() == countWithStep ? pNode->Child(2) : nullptr;
+
+    // The values don't matter yet: this refuses what is no integer and turns constant expressions into literals.
+    std::int32_t value = 0;
+    if (pStep) EvalIntegerExpression(pStep, value);
+    EvalIntegerExpression(pStart, value);
+    EvalIntegerExpression(pEnd, value);
+
+    if (!pEnd->pType) pEnd->pType = pVariable->pType;
+    if (HasMismatch(*this, pStart, pEnd)) return;
+    if (pStep && HasMismatch(*this, pStart, pStep)) return;
+    if (pStep && HasMismatch(*this, pEnd, pStep)) return;
+    if (pVariable->IsIdentifier() && pVariable->pVariable && pVariable->pVariable->m_IsConstant)
+        m_Errors.ErrAssignToConstant(pVariable->location);
+}

@@ -1,0 +1,165 @@
+#include "target/DataType.h"
+
+#include "files/Fatal.h"
+#include "files/Format.h"
+#include "files/XmlDocument.h"
+#include "model/InitValue.h"
+#include "model/Type.h"
+#include "model/TypeString.h"
+
+#include <algorithm>
+#include <cstdint>
+
+// What an elementary type is before the target has its say. Sizes are in bits, alignments in bytes.
+struct ElementaryType
+{
+    std::string_view name;
+    std::int32_t sizeBits;
+    std::int32_t align;
+    CInitValue::Kind kind;      // of the default value, which is zero
+    bool canBeAllowed;          // by naming it in the target
+};
+
+// Kept: the 64-bit integers have 8 bits until the target says otherwise, and no target can allow them.
+static constexpr ElementaryType g_ElementaryTypes[] = {
+    {"SINT", 8, 4, CInitValue::Signed, true},
+    {"INT", 16, 4, CInitValue::Signed, true},
+    {"DINT", 32, 4, CInitValue::Signed, true},
+    {"LINT", 8, 4, CInitValue::Signed, false},
+    {"USINT", 8, 4, CInitValue::Unsigned, true},
+    {"UINT", 16, 4, CInitValue::Unsigned, true},
+    {"UDINT", 32, 4, CInitValue::Unsigned, true},
+    {"ULINT", 8, 4, CInitValue::Signed, false},
+    {"BOOL", 1, 4, CInitValue::Bool, true},
+    {"BYTE", 8, 4, CInitValue::Unsigned, true},
+    {"WORD", 16, 4, CInitValue::Unsigned, true},
+    {"DWORD", 32, 4, CInitValue::Unsigned, true},
+    {"LWORD", 8, 4, CInitValue::Signed, false},
+    {"REAL", 32, 4, CInitValue::Real, true},
+    {"LREAL", 64, 4, CInitValue::Real, true},
+    {"TIME", -1, -1, CInitValue::Signed, false},
+    {"DATE_AND_TIME", -1, -1, CInitValue::Signed, false},
+    {"TIME_OF_DAY", -1, -1, CInitValue::Signed, false},
+    {"DATE", -1, -1, CInitValue::Signed, false},
+};
+
+static std::unique_ptr<CInitValue> MakeZero(CInitValue::Kind kind)
+{
+    switch (kind) {
+    case CInitValue::Bool: return std::make_unique<CInitValue>(false);
+    case CInitValue::Unsigned: return std::make_unique<CInitValue>(std::uint32_t{0});
+    case CInitValue::Real: return std::make_unique<CInitValue>(0.0);
+    default: return std::make_unique<CInitValue>(std::int64_t{0});
+    }
+}
+
+CDataType::CDataType(CXmlDocument& target) : m_Target(target) {}
+
+CDataType::~CDataType() = default;
+
+void CDataType::LoadFromTarget()
+{
+    CXmlNode* pTarget = m_Target.m_Root.FindChild("COMPILER\\TARGET");
+    CXmlNode* pIec = pTarget ? pTarget->FindChild("IEC") : nullptr;
+    if (!pIec) InternalFault("the target description has not been checked");
+
+    AddElementaryTypes(*pIec);
+    CType* pLast = ReadFormats(*pTarget);
+    AddStringAndError();
+
+    // Kept: an unknown pointer type is the type that the formats set last. Where they set none it is the
+    // unsigned type of the usual width, so that pointers have a type on any target.
+    std::string pointerName;
+    pIec->GetAttribute(pointerName, "PointerType");
+    m_PointerType = FindType(pointerName);
+    if (!m_PointerType) m_PointerType = pLast ? pLast : FindType("UDINT");
+}
+
+// Kept: the list of allowed types is searched for each name as a part of it, so a target that names USINT
+// allows INT and SINT too.
+void CDataType::AddElementaryTypes(const CXmlNode& iec)
+{
+    std::string allowed;
+    iec.GetAttribute(allowed, "AllowedDataTypes");
+    for (const ElementaryType& entry : g_ElementaryTypes) {
+        auto pType = std::make_unique<CType>(std::string(entry.name));
+        pType->m_SizeBits = entry.sizeBits;
+        pType->m_Align = entry.align;
+        pType->m_InitValue = MakeZero(entry.kind);
+        pType->m_Allowed = entry.canBeAllowed && allowed.find(entry.name) != std::string::npos;
+        Enter(std::string(entry.name), std::move(pType));
+    }
+}
+
+// Sizes and alignments as the target gives them. What a node leaves out is as in the node before it.
+// Returns the type that was set last, null if there was none.
+CType* CDataType::ReadFormats(CXmlNode& target)
+{
+    CType* pType = nullptr;
+    std::int32_t sizeBits = 0;
+    std::int32_t align = 0;
+    CXmlNode* pNode = target.FindFirstChild("COMPILER\\DATAFORMAT\\DATATYPE");
+    for (; pNode; pNode = target.FindNextChild()) {
+        std::string name;
+        pNode->GetAttribute(name, "name");
+        sizeBits = pNode->GetAttributeInt("size", sizeBits);
+        align = pNode->GetAttributeInt("align", align);
+
+        // Kept: an unknown name changes the type found last.
+        if (CType* pFound = FindType(name)) pType = pFound;
+        if (!pType) continue;
+        pType->m_SizeBits = sizeBits;
+        pType->m_Align = std::max(align, 1);
+    }
+    return pType;
+}
+
+// Both stand under their upper-case names: a name in a source is looked up in lower case and so can't mean
+// them, which leaves `error` free for a variable.
+void CDataType::AddStringAndError()
+{
+    auto pString = std::make_unique<CTypeString>("STRING");
+    pString->m_InitValue = std::make_unique<CInitString>(0, "");
+    pString->m_IsElementary = false;
+    pString->m_Allowed = false;
+    pString->m_Align = FindType("UDINT")->m_Align;
+    m_StringType = Enter("STRING", std::move(pString));
+
+    auto pError = std::make_unique<CType>("ERROR");
+    pError->m_InitValue = std::make_unique<CInitValue>();
+    pError->m_IsElementary = false;
+    m_ErrorType = Enter("ERROR", std::move(pError));
+}
+
+CType* CDataType::FindType(std::string_view name) const
+{
+    const auto found = m_Types.find(std::string(name));
+    return found == m_Types.end() ? nullptr : found->second;
+}
+
+CType* CDataType::FindUserType(std::string_view name) const
+{
+    return FindType(ToLowerCase(name));
+}
+
+CType* CDataType::AddType(std::unique_ptr<CType> pType)
+{
+    std::string key = ToLowerCase(pType->m_Name);
+    return Enter(std::move(key), std::move(pType));
+}
+
+CType* CDataType::AddAlias(std::string_view name, CType* pType, const CInitValue* pInit)
+{
+    auto pAlias = std::make_unique<CType>(std::string(name), pType);
+    if (!pInit) pInit = pType->m_InitValue.get();
+    if (pInit) pAlias->m_InitValue = pInit->Clone();
+    return AddType(std::move(pAlias));
+}
+
+CType* CDataType::Enter(std::string key, std::unique_ptr<CType> pType)
+{
+    CType* pEntered = pType.get();
+    m_Owned.push_back(std::move(pType));
+    if (m_Types.try_emplace(std::move(key), pEntered).second) m_Order.push_back(pEntered);
+    return pEntered;
+}

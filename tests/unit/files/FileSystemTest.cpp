@@ -1,0 +1,81 @@
+#include "files/FileSystem.h"
+
+#include "files/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+TEST(FileSystem, ReadsAllBytes)
+{
+    const TemporaryDirectory directory;
+    const std::string content = std::string("a\0\r\n\xFF", 5) + std::string(200000, 'x');
+    directory.Make("a", content);
+    std::string bytes = "earlier";
+    EXPECT_TRUE(ReadWholeFile(directory.Name("a"), bytes));
+    EXPECT_EQ(bytes, content);
+    directory.Make("a", "");
+    EXPECT_TRUE(ReadWholeFile(directory.Name("a"), bytes));
+    EXPECT_EQ(bytes, "");
+}
+
+TEST(FileSystem, ReadsNeitherAMissingFileNorADirectory)
+{
+    const TemporaryDirectory directory;
+    std::string bytes = "earlier";
+    EXPECT_FALSE(ReadWholeFile(directory.Name("none"), bytes));
+    EXPECT_FALSE(ReadWholeFile(directory.Path(), bytes));
+    EXPECT_FALSE(ReadWholeFile("", bytes));
+    EXPECT_EQ(bytes, "earlier");
+}
+
+TEST(FileSystem, TellsWhatIsThere)
+{
+    const TemporaryDirectory directory;
+    const std::string file = directory.Make("a", "x");
+    EXPECT_TRUE(FileExists(file));
+    EXPECT_TRUE(IsReadableFile(file));
+    EXPECT_TRUE(IsWritableFile(file));
+    EXPECT_FALSE(IsDirectory(file));
+    EXPECT_TRUE(FileExists(directory.Path()));
+    EXPECT_TRUE(IsDirectory(directory.Path()));
+    EXPECT_FALSE(IsReadableFile(directory.Path()));
+    EXPECT_FALSE(IsWritableFile(directory.Path()));
+    EXPECT_FALSE(FileExists(directory.Name("none")));
+    EXPECT_FALSE(IsReadableFile(directory.Name("none")));
+    EXPECT_FALSE(IsWritableFile(directory.Name("none")));
+    EXPECT_EQ(directory.Read("a"), "x");
+    EXPECT_EQ(directory.CountEntries(), 1);
+}
+
+TEST(FileSystem, RemovesFilesOnly)
+{
+    const TemporaryDirectory directory;
+    directory.Make("a", "x");
+    EXPECT_TRUE(RemoveFile(directory.Name("a")));
+    EXPECT_FALSE(RemoveFile(directory.Name("a")));
+    EXPECT_FALSE(RemoveFile(directory.Path()));
+    EXPECT_TRUE(IsDirectory(directory.Path()));
+}
+
+TEST(FileSystem, ReplacesAFile)
+{
+    const TemporaryDirectory directory;
+    directory.Make("new", "new text");
+    directory.Make("old", "old text");
+    EXPECT_TRUE(ReplaceFile(directory.Name("new"), directory.Name("old")));
+    EXPECT_EQ(directory.Read("old"), "new text");
+    EXPECT_EQ(directory.CountEntries(), 1);
+    EXPECT_FALSE(ReplaceFile(directory.Name("none"), directory.Name("old")));
+    EXPECT_EQ(directory.Read("old"), "new text");
+}
+
+TEST(FileSystem, TemporaryNamesAreFreeOnes)
+{
+    const TemporaryDirectory directory;
+    const std::string first = MakeTemporaryName(directory.Name("a"));
+    EXPECT_FALSE(FileExists(first));
+    EXPECT_EQ(first.substr(0, directory.Name("a").size()), directory.Name("a"));
+    std::ofstream(first) << "taken";
+    const std::string second = MakeTemporaryName(directory.Name("a"));
+    EXPECT_NE(second, first);
+    EXPECT_FALSE(FileExists(second));
+}

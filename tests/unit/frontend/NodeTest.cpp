@@ -1,0 +1,252 @@
+#include "frontend/Node.h"
+
+#include "files/OutputTextFile.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+namespace
+{
+
+constexpr SourceLocation g_Where{1, 1, 1, 2, "a.st"};
+
+// A file of this test alone: tests run side by side.
+std::string GetOwnFileName()
+{
+    const testing::TestInfo* pTest = testing::UnitTest::GetInstance()->current_test_info();
+    return testing::TempDir() + "node_" + std::to_string(getpid()) + "_" + pTest->name() + ".xml";
+}
+
+std::string DumpOf(const CNode& node)
+{
+    const std::string name = GetOwnFileName();
+    OutputTextFile file;
+    EXPECT_TRUE(file.Open(name));
+    node.WriteXml(file);
+    EXPECT_TRUE(file.Close());
+    std::ifstream input(name, std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
+    input.close();
+    std::remove(name.c_str());
+    return text;
+}
+
+std::string DumpOfKind(int kind)
+{
+    return DumpOf(CNode(kind, g_Where));
+}
+
+// Notes its letter when it is deleted.
+class CNotingNode : public CNode
+{
+public:
+    CNotingNode(char letter, std::string& notes) : CNode(STMT_LIST, g_Where), m_Letter(letter), m_Notes(notes) {}
+    ~CNotingNode() override { m_Notes += m_Letter; }
+
+private:
+    char m_Letter;
+    std::string& m_Notes;
+};
+
+}   // namespace
+
+TEST(NodeTest, NewNodeIsEmpty)
+{
+    const CNode node(IDENTIFIER, g_Where);
+    EXPECT_EQ(node.nKind, IDENTIFIER);
+    EXPECT_EQ(node.GetChildCount(), 0);
+    EXPECT_EQ(node.nValue, 0);
+    EXPECT_EQ(node.pType, nullptr);
+    EXPECT_EQ(node.GetVariable(), nullptr);
+    EXPECT_FALSE(node.pInit);
+    EXPECT_FALSE(node.bThroughInOut);
+    EXPECT_STREQ(node.location.szFile, "a.st");
+}
+
+TEST(NodeTest, ChildrenKeepTheirOrder)
+{
+    CNode node('+', g_Where);
+    CNode left(IDENTIFIER, g_Where);
+    CNode right(IMM_INTEGER, g_Where);
+    node.AddChild(&left);
+    node.AddChild(&right);
+    EXPECT_EQ(node.GetChildCount(), 2);
+    EXPECT_EQ(node.Child(0), &left);
+    EXPECT_EQ(node.Child(1), &right);
+}
+
+TEST(NodeDeathTest, ChildThatIsNotThere)
+{
+    CNode node('+', g_Where);
+    EXPECT_EXIT(node.Child(0), testing::ExitedWithCode(3), "internal fault: ");
+    EXPECT_EXIT(node.Child(-1), testing::ExitedWithCode(3), "internal fault: ");
+}
+
+TEST(NodeTest, Kinds)
+{
+    for (const int kind : {IMM_INTEGER, IMM_REAL, TRUE, FALSE}) EXPECT_TRUE(CNode(kind, g_Where).IsLiteral()) << kind;
+    EXPECT_FALSE(CNode(STR_DIR, g_Where).IsLiteral());
+    EXPECT_FALSE(CNode(SIMPLIFIED, g_Where).IsLiteral());
+    EXPECT_TRUE(CNode(IDENTIFIER, g_Where).IsIdentifier());
+    EXPECT_FALSE(CNode(NEW_ID, g_Where).IsIdentifier());
+}
+
+TEST(NodeXmlTest, PlainElement)
+{
+    EXPECT_EQ(DumpOfKind(STMT_LIST), "<STMT_LIST>\n</STMT_LIST>\n");
+    EXPECT_EQ(DumpOfKind(ERROR_), "<ERROR_>\n</ERROR_>\n");
+}
+
+TEST(NodeXmlTest, BlanksInNamesBecomeUnderscores)
+{
+    EXPECT_EQ(DumpOfKind(DIRECT_VARIABLE), "<DIRECT_VARIABLE>\n</DIRECT_VARIABLE>\n");
+    EXPECT_EQ(DumpOfKind(TYPE_IDENTIFIER), "<TYPE_IDENTIFIER>\n</TYPE_IDENTIFIER>\n");
+}
+
+TEST(NodeXmlTest, OperatorsTakeTheGenericForm)
+{
+    EXPECT_EQ(DumpOfKind('+'), " <Node name=\"+\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind('-'), " <Node name=\"-\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind('*'), " <Node name=\"*\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind('/'), " <Node name=\"/\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(UNARY_MINUS), " <Node name=\"-\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(SUBRANGE_DOTS), " <Node name=\"..\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(ASSIGN), " <Node name=\":=\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(ARROW), " <Node name=\"=&gt;\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(NOT_EQUAL), " <Node name=\"&lt;&gt;\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(GREATER_EQUAL), " <Node name=\"&gt;=\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(LESS_EQUAL), " <Node name=\"&lt;=\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(LESS), " <Node name=\"&lt;\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(GREATER), " <Node name=\"&gt;\">\n</Node>\n");
+    EXPECT_EQ(DumpOfKind(EQUAL), " <Node name=\"=\">\n</Node>\n");
+}
+
+TEST(NodeXmlTest, KindZeroHasAnEmptyName)
+{
+    EXPECT_EQ(DumpOfKind(0), " <Node name=\"\">\n</Node>\n");
+}
+
+TEST(NodeXmlTest, LiteralValues)
+{
+    CNode integer(IMM_INTEGER, g_Where);
+    integer.nValue = -9223372036854775807 - 1;
+    EXPECT_EQ(DumpOf(integer), "<IMM_INTEGER value=\"-9223372036854775808\">\n</IMM_INTEGER>\n");
+    CNode real(IMM_REAL, g_Where);
+    real.dValue = 0.5;
+    EXPECT_EQ(DumpOf(real), "<IMM_REAL value=\"0.500000\">\n</IMM_REAL>\n");
+    CNode string(STR_DIR, g_Where);
+    string.szString = "a<b&\"c\"";
+    EXPECT_EQ(DumpOf(string), "<STR_DIR value=\"a<b&\"c\"\">\n</STR_DIR>\n");
+}
+
+TEST(NodeXmlTest, NamesValuesAndAddresses)
+{
+    CNode name(IDENTIFIER, g_Where);
+    name.szName = "x";
+    EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\">\n</IDENTIFIER>\n");
+    name.szDirect = "MD4";
+    EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" direct=\"MD4\">\n</IDENTIFIER>\n");
+    name.pInit = std::make_unique<CInitValue>(std::int64_t{0});
+    EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" value=\"0\" direct=\"MD4\">\n</IDENTIFIER>\n");
+    // Without a name neither value nor address shows.
+    name.szName.clear();
+    EXPECT_EQ(DumpOf(name), "<IDENTIFIER>\n</IDENTIFIER>\n");
+}
+
+TEST(NodeXmlTest, ArrayValueHasNoBrackets)
+{
+    CNode name(IDENTIFIER, g_Where);
+    name.szName = "x";
+    std::unique_ptr<CInitArray> pValues = std::make_unique<CInitArray>();
+    pValues->Add(std::make_unique<CInitValue>(std::int64_t{1}), 1);
+    pValues->Add(std::make_unique<CInitValue>(std::int64_t{0}), 3);
+    name.pInit = std::move(pValues);
+    EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" value=\"1 3(0) \">\n</IDENTIFIER>\n");
+}
+
+TEST(NodeXmlTest, NamesOfOtherKinds)
+{
+    const auto dumpNamed = [](int kind) {
+        CNode node(kind, g_Where);
+        node.szName = "n";
+        node.pInit = std::make_unique<CInitValue>(std::int64_t{7});
+        return DumpOf(node);
+    };
+    EXPECT_EQ(dumpNamed(LIST_ID), "<LIST_ID name=\"n\" value=\"7\">\n</LIST_ID>\n");
+    EXPECT_EQ(dumpNamed(RETURN_TYPE), "<RETURN_TYPE name=\"n\" value=\"7\">\n</RETURN_TYPE>\n");
+    EXPECT_EQ(dumpNamed(FUNCTION_CALL), "<FUNCTION_CALL name=\"n\">\n</FUNCTION_CALL>\n");
+    EXPECT_EQ(dumpNamed(NEW_ID), "<NEW_ID>\n</NEW_ID>\n");
+    EXPECT_EQ(dumpNamed(SIMPLIFIED), "<SIMPLIFIED>\n</SIMPLIFIED>\n");
+}
+
+TEST(NodeXmlTest, GenericFormHasNoAttributes)
+{
+    CNode node(ASSIGN, g_Where);
+    node.szName = "n";
+    node.nValue = 4;
+    EXPECT_EQ(DumpOf(node), " <Node name=\":=\">\n</Node>\n");
+}
+
+TEST(NodeXmlTest, ChildrenInOrder)
+{
+    CNode root(STMT_LIST, g_Where);
+    CNode assignment(ASSIGN, g_Where);
+    CNode target(IDENTIFIER, g_Where);
+    target.szName = "x";
+    CNode value(IMM_INTEGER, g_Where);
+    value.nValue = 1;
+    CNode last(NOP, g_Where);
+    assignment.AddChild(&target);
+    assignment.AddChild(&value);
+    root.AddChild(&assignment);
+    root.AddChild(&last);
+    EXPECT_EQ(DumpOf(root), "<STMT_LIST>\n"
+                            " <Node name=\":=\">\n"
+                            "<IDENTIFIER name=\"x\">\n"
+                            "</IDENTIFIER>\n"
+                            "<IMM_INTEGER value=\"1\">\n"
+                            "</IMM_INTEGER>\n"
+                            "</Node>\n"
+                            "<NOP>\n"
+                            "</NOP>\n"
+                            "</STMT_LIST>\n");
+}
+
+TEST(NodeTest, DeleteTreeDeletesChildrenFirstAndInOrder)
+{
+    std::string notes;
+    CNode* pRoot = new CNotingNode('r', notes);
+    CNode* pLeft = new CNotingNode('a', notes);
+    pLeft->AddChild(new CNotingNode('b', notes));
+    pLeft->AddChild(new CNotingNode('c', notes));
+    pRoot->AddChild(pLeft);
+    pRoot->AddChild(new CNotingNode('d', notes));
+    DeleteTree(pRoot);
+    EXPECT_EQ(notes, "bcadr");
+    DeleteTree(nullptr);
+}
+
+// Far deeper than any stack would bear a call for each level.
+TEST(NodeTest, DeepTree)
+{
+    constexpr int depth = 200000;
+    CNode* pRoot = new CNode(NOT, g_Where);
+    CNode* pInner = pRoot;
+    for (int i = 1; i < depth; ++i) {
+        CNode* pChild = new CNode(NOT, g_Where);
+        pInner->AddChild(pChild);
+        pInner = pChild;
+    }
+    const std::string text = DumpOf(*pRoot);
+    std::string expected;
+    for (int i = 0; i < depth; ++i) expected += "<NOT>\n";
+    for (int i = 0; i < depth; ++i) expected += "</NOT>\n";
+    EXPECT_TRUE(text == expected) << "length " << text.size() << " instead of " << expected.size();
+    DeleteTree(pRoot);
+}
