@@ -128,6 +128,7 @@ std::string CCodeGeneration::GetPackedOffset(std::int64_t offsetBytes, int bit)
 std::string CCodeGeneration::GetCommentedOffset(std::int64_t offsetBytes, int bit)
 {
     constexpr int bitShift = 24;
-    const std::uint32_t packed = static_cast<std::uint32_t>(offsetBytes) | (static_cast<std::uint32_t>(bit) << bitShift);
+    const std::uint32_t bitPart = static_cast<std::uint32_t>(bit) << bitShift;
+    const std::uint32_t packed = static_cast<std::uint32_t>(offsetBytes) | bitPart;
     return FormatText("%d\t;0x%08X", static_cast<std::int32_t>(packed), packed);
 }

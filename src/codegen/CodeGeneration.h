@@ -188,7 +188,8 @@ private:
     void GenerateForConstantStep(const ForLoop& loop, std::string& text);
     void GenerateForTestedBelow(const ForLoop& loop, std::string& text);
     void GenerateForTestedAbove(const ForLoop& loop, std::string& text);
-    void GenerateForStepTest(const ForLoop& loop, std::string_view comparison, const std::string& label, std::string& text);
+    void GenerateForStepTest(const ForLoop& loop, std::string_view comparison, const std::string& label,
+                             std::string& text);
     void GenerateForWithVariableStep(const ForLoop& loop, std::string& text);
     std::vector<CaseArm> BuildCaseArms(const CNode* pPairs);
     void GenerateCase(const CNode* pNode, std::string& text);

@@ -73,7 +73,8 @@ CCodeGeneration::FbCall CCodeGeneration::DescribeFbCall(const CNode* pNode) cons
 CCodeGeneration::FbParameter CCodeGeneration::DescribeFbParameter(const FbCall& call, const CNode* pNode) const
 {
     const CMember* pMember = pNode->Child(0)->pMember;
-    if (!pMember || !pMember->m_Type) InternalFault("a parameter of the call of " + call.pNode->szName + " has no member");
+    if (!pMember || !pMember->m_Type)
+        InternalFault("a parameter of the call of " + call.pNode->szName + " has no member");
 
     FbParameter parameter{.pValue = pNode->Child(1), .pMember = pMember};
     call.pStruct->FindMember(pMember->m_Name, &parameter.position);
@@ -135,7 +136,8 @@ void CCodeGeneration::GenerateInputToMemory(const FbParameter& parameter, std::s
     } else if (parameter.isAggregate) {
         GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
         text += "\tPUSH&" + pointer + destination;
-        AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(GetCopySize(parameter.pMember, parameter.pValue)));
+        const std::int64_t sizeBytes = GetCopySize(parameter.pMember, parameter.pValue);
+        AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(sizeBytes));
     } else {
         GenerateNode(parameter.pValue, text);
         text += "\tPOP" + parameter.suffix + destination;
@@ -198,7 +200,8 @@ void CCodeGeneration::GenerateOutputFromMemory(const FbParameter& parameter, std
     }
     text += "\tPUSH&" + GetPointerSuffix() + source;
     GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
-    AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(GetCopySize(parameter.pMember, parameter.pValue)));
+    const std::int64_t sizeBytes = GetCopySize(parameter.pMember, parameter.pValue);
+    AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(sizeBytes));
 }
 
 // Kept: what follows the output's value isn't the store into its target but the last value assigned in this

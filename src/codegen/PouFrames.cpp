@@ -16,6 +16,7 @@
 #include "target/MemoryHandler.h"
 
 #include <algorithm>
+#include <limits>
 
 static const char* GetPouKindName(const CPou* pPou)
 {
@@ -59,7 +60,9 @@ void CCodeGeneration::GenerateLocalList(std::string& text, std::int32_t& sizeByt
         list += pVariable->m_Name + " (" + GetTypeSuffix(pVariable->m_Type) + "," + GetVarBlockName(pVariable) + ")\n";
         if (!pLast || pVariable->m_Offset >= pLast->m_Offset) pLast = pVariable;
     }
-    sizeBytes = pLast ? pLast->m_Offset + std::max(pLast->m_Size, 1) : 0;
+    // An array larger than any memory ends at the largest offset, so the sum may need more than 32 bits.
+    const std::int64_t end = pLast ? std::int64_t{pLast->m_Offset} + std::max(pLast->m_Size, 1) : 0;
+    sizeBytes = static_cast<std::int32_t>(std::min<std::int64_t>(end, std::numeric_limits<std::int32_t>::max()));
     AppendFormat(text, "\tLOCALDATA %d\n", std::max(sizeBytes, 1));
     text += list;
 }

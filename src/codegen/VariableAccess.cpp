@@ -206,8 +206,12 @@ static AccessWords GetAccessWords(const CNode* pNode, AccessMode mode)
 // What an address in a direct variable's place, or a value that stands where a variable is needed, ends in.
 void CCodeGeneration::ReportNoVariable(const CNode* pNode)
 {
-    if (pNode->nKind == DIRECT_VARIABLE) m_ErrorHandler->ErrInvalidAddress(pNode->location);
-    else m_ErrorHandler->ErrCannotAssign(pNode->pType ? pNode->pType : m_Norvane.m_DataTypes.m_ErrorType, pNode->location);
+    if (pNode->nKind == DIRECT_VARIABLE) {
+        m_ErrorHandler->ErrInvalidAddress(pNode->location);
+        return;
+    }
+    const CType* pType = pNode->pType ? pNode->pType : m_Norvane.m_DataTypes.m_ErrorType;
+    m_ErrorHandler->ErrCannotAssign(pType, pNode->location);
 }
 
 void CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text)
@@ -233,7 +237,8 @@ void CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode
 //	PUSH(UDINT)	4
 //	ADD(UDINT)
 //	PUSHI(INT)
-void CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text)
+void CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode,
+                                            std::string& text)
 {
     if (m_CurrentFb) GenerateFbMemberAccess(pNode, FbAccessForm::Push, text);
     else text += "\tPUSH" + GetVariableOperand(path.pVariable);
@@ -259,7 +264,8 @@ void CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath
 }
 
 //	PUSH*(BOOL)	[local+4].0	;done
-void CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text)
+void CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode,
+                                           std::string& text)
 {
     const CVariable* pVariable = path.pVariable;
     const std::string area = GetAreaPrefix(pVariable);
@@ -365,7 +371,8 @@ static std::int64_t GetInnerProduct(const CArrayIndex* pBounds, int dimension)
 static std::int64_t CountCoveredElements(bool isNested, const CArrayOfArrayIndex* pIndex, int level, int dimension)
 {
     if (!pIndex) return 1;
-    if (!isNested) return dimension == -1 ? 1 : GetInnerProduct(pIndex->GetLevel(0), dimension);   // kept: of the first level
+    // Kept: several dimensions are those of the first level.
+    if (!isNested) return dimension == -1 ? 1 : GetInnerProduct(pIndex->GetLevel(0), dimension);
 
     std::int64_t product = 1;
     for (int l = level + 1; l < pIndex->GetLevelCount(); ++l) {

@@ -252,7 +252,7 @@ void CCompileDriver::FinishOutput()
         m_ExitStatus = 1;
         return;
     }
-    if (g_OutputFile == g_TemporaryOutput) ForgetTemporaryFile(g_TemporaryOutput);
+    if (IsSameFile(g_OutputFile, g_TemporaryOutput)) ForgetTemporaryFile(g_TemporaryOutput);
 }
 
 int CCompileDriver::PrintSummary()

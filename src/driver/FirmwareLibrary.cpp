@@ -2,6 +2,7 @@
 // order, and that is compiled in front of the user's sources.
 
 #include "files/Base64.h"
+#include "files/FileSystem.h"
 #include "files/Format.h"
 #include "files/OutputTextFile.h"
 #include "files/XmlDocument.h"
@@ -35,10 +36,11 @@ std::string CNorvane::ExtractFirmwareLibrary()
     std::string source;
     Base64Decode(pLibrary->m_Text, source);
     const std::string name = FormatText("FirmwareLibrary.~st%d", static_cast<int>(getpid()));
-    // A file that can't be made is found missing when it is to be compiled.
+    // A file that can't be made, or not as a whole, is found missing when it is to be compiled.
     OutputTextFile file;
-    if (file.Open(name)) file.Write(source);
-    file.Close();
+    if (!file.Open(name)) return name;
+    file.Write(source);
+    if (!file.Close()) RemoveFile(name);
     return name;
 }
 

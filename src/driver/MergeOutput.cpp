@@ -1,6 +1,8 @@
 // The copy of the temporary assembler text into the final file. What no program reaches becomes comments, so
 // the lines of the used code keep their numbers and nothing is lost to a reader.
 
+#include "driver/TemporaryFiles.h"
+#include "files/Fatal.h"
 #include "files/FileSystem.h"
 #include "files/Format.h"
 #include "files/OutputTextFile.h"
@@ -32,7 +34,8 @@ static const CPou* FindLabelledPou(const CPouTable& pous, std::string_view line)
 
     if (const CFunctionOverLoad* pOverload = pous.FindOverload(name)) {
         const auto index = static_cast<std::size_t>(number);
-        return index < pOverload->m_Functions.size() ? pOverload->m_Functions[index].get() : nullptr;
+        if (index >= pOverload->m_Functions.size()) InternalFault("a label's number is beyond its overload set");
+        return pOverload->m_Functions[index].get();
     }
     return pous.FindPou(name);
 }
@@ -68,10 +71,13 @@ bool CNorvane::MergeOutput(const std::string& temporaryName, const std::string& 
     if (IsSpecialFile(outputName)) return CopyCommentingUnused(m_Pous, temporaryName, outputName);
 
     const std::string unfinishedName = MakeTemporaryName(outputName);
-    if (!CopyCommentingUnused(m_Pous, temporaryName, unfinishedName) || !ReplaceFile(unfinishedName, outputName)) {
+    KeepTrackOfTemporaryFile(unfinishedName);
+    const bool isCopied = CopyCommentingUnused(m_Pous, temporaryName, unfinishedName);
+    if (!isCopied || !ReplaceFile(unfinishedName, outputName)) {
         RemoveFile(unfinishedName);
         return false;
     }
-    if (temporaryName != outputName) RemoveFile(temporaryName);
+    ForgetTemporaryFile(unfinishedName);
+    if (!IsSameFile(temporaryName, outputName)) RemoveFile(temporaryName);
     return true;
 }

@@ -1,6 +1,7 @@
 #include "driver/CompileDriver.h"
 #include "semantics/Norvane.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -8,6 +9,8 @@
 
 int main(int argc, char** argv)
 {
+    // A write beyond the limit for a file's size fails like one to a full disk, and is reported as such.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::vector<std::string> arguments;
     for (int i = 1; i < argc; ++i) arguments.emplace_back(argv[i]);
     const int exitStatus = CCompileDriver(g_Norvane).Run(arguments);

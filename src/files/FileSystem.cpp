@@ -59,6 +59,12 @@ bool IsSpecialFile(const std::string& name)
            !std::filesystem::is_directory(status);
 }
 
+bool IsSameFile(const std::string& a, const std::string& b)
+{
+    std::error_code error;
+    return std::filesystem::equivalent(a, b, error);
+}
+
 bool IsReadableFile(const std::string& name)
 {
     return CanOpen(name, "rb");

@@ -333,6 +333,7 @@ static void SkipBrokenDeclaration(int& lookahead)
 
 %%
 
+// The tree has been dumped when this returns; accepting frees it with what is left on the stack.
 starting_prod:
     file                            { g_Context->FinishSourceFile($1); $$ = $1; }
     ;
@@ -428,7 +429,10 @@ signed_integer:
     ;
 
 list_id:
-    IDENTIFIER                      { CNode* pName = g_Context->MakeDeclaredIdentifier($1, @1); $$ = Node(LIST_ID, @1, {pName}); }
+    IDENTIFIER                      {
+                                        CNode* pName = g_Context->MakeDeclaredIdentifier($1, @1);
+                                        $$ = Node(LIST_ID, @1, {pName});
+                                    }
     | list_id ',' IDENTIFIER        { $$ = Append($1, g_Context->MakeDeclaredIdentifier($3, @3)); }
     ;
 
@@ -589,7 +593,10 @@ direct:
     | list_id AT DIRECT_VARIABLE ':' ARRAY '[' array_arg ']' OF array_of ":=" array_init_list
                                     { g_Context->SetDirectAddress($1, $3); $$ = DeclareArray($1, $7, $10, $12); }
     | list_id AT DIRECT_VARIABLE ':' STRUCTURE '[' exp ']' ":=" variable
-                                    { g_Context->SetDirectAddress($1, $3); $$ = DeclareStringFromVariable($1, $7, $10); }
+                                    {
+                                        g_Context->SetDirectAddress($1, $3);
+                                        $$ = DeclareStringFromVariable($1, $7, $10);
+                                    }
     | list_id AT DIRECT_VARIABLE ':' TYPE_TIME ":=" time_exp
                                     { g_Context->SetDirectAddress($1, $3); DeleteTree($7); $$ = $1; }
     | list_id AT DIRECT_VARIABLE ':' TYPE_IDENTIFIER

@@ -201,9 +201,18 @@ static int ReturnString()
     return STR_DIR;
 }
 
-static char HexByte(std::string_view digits)
+// "$41"
+static int AppendByte(std::string_view escape)
 {
-    return static_cast<char>(CMyString(digits).ToInt64Base16());
+    pCurrentString->AppendChar(static_cast<char>(CMyString(escape.substr(1)).ToInt64Base16()));
+    return g_NoToken;
+}
+
+// Nothing is appended, and the literal goes on.
+static int ReportEscape()
+{
+    g_Context->m_Errors.WarnEscapeSequence(yylineno, nColumn - 1);
+    return g_NoToken;
 }
 
 // Matches one rule; g_NoToken if it delivers no token.
@@ -260,8 +269,8 @@ static int ScanOne()
     <IN_STRING> "$$"                                { pCurrentString->AppendChar('$'); return g_NoToken; }
     <IN_STRING> "$'"                                { pCurrentString->AppendChar('\''); return g_NoToken; }
     <IN_STRING> "$" [Rr]                            { pCurrentString->AppendChar('\r'); return g_NoToken; }
-    <IN_STRING> "$" hex hex                         { pCurrentString->AppendChar(HexByte(text.substr(1))); return g_NoToken; }
-    <IN_STRING> "$" (any \ [\n])                    { g_Context->m_Errors.WarnEscapeSequence(yylineno, nColumn - 1); return g_NoToken; }
+    <IN_STRING> "$" hex hex                         { return AppendByte(text); }
+    <IN_STRING> "$" (any \ [\n])                    { return ReportEscape(); }
     <IN_STRING> (any \ [\n$'()|"])+                 { pCurrentString->AppendText(text); return g_NoToken; }
     <IN_STRING> "'"                                 { return ReturnString(); }
 
@@ -340,7 +349,7 @@ static int ScanOne()
     <INITIAL> ".."                                  { return SUBRANGE_DOTS; }
     <INITIAL> "=>"                                  { return ARROW; }
 
-    <INITIAL> "%" [IMQ] [BDLWX]? digit+ ("." digit+)*   { return ReturnText(DIRECT_VARIABLE, text.substr(1)); }
+    <INITIAL> "%" [IMQ] [BDLWX]? digit+ ("." digit+)*  { return ReturnText(DIRECT_VARIABLE, text.substr(1)); }
     // Wanted as it stands: in this form every digit of the fraction is followed by an underscore.
     <INITIAL> digit* "." (digit "_")+ exponent?     { return ReturnReal(DigitsOf(text, 0).GetBuffer()); }
     <INITIAL> digit+ ("_" digit+)*                  { return ReturnInteger(DigitsOf(text, 0).ToInt64Base10()); }
@@ -349,11 +358,11 @@ static int ScanOne()
     <INITIAL> "16#" hex ("_"? hex)*                 { return ReturnInteger(DigitsOf(text, 3).ToInt64Base16()); }
 
     // Times and dates are recognised, and their text is dropped here. There is no unit for minutes.
-    <INITIAL> timePrefix (number "d")? (number "h")? (number "s")? (number "ms")?           { return TIME_DIR; }
-    <INITIAL> timePrefix (number "d_")? (number "h_")? (number "s_")? (number "ms_")?       { return TIME_DIR; }
-    <INITIAL> ("d" | "D" | "DATE") "#" date                                                 { return DATE_DIR; }
-    <INITIAL> ("tod" | "TOD" | "TIME_OF_DAY") "#" clock                                     { return TIME_OF_DAY_DIR; }
-    <INITIAL> ("DT" | "DATE_AND_TIME") "#" date "-" clock                                   { return DATE_AND_TIME_DIR; }
+    <INITIAL> timePrefix (number "d")? (number "h")? (number "s")? (number "ms")?         { return TIME_DIR; }
+    <INITIAL> timePrefix (number "d_")? (number "h_")? (number "s_")? (number "ms_")?     { return TIME_DIR; }
+    <INITIAL> ("d" | "D" | "DATE") "#" date                                               { return DATE_DIR; }
+    <INITIAL> ("tod" | "TOD" | "TIME_OF_DAY") "#" clock                                   { return TIME_OF_DAY_DIR; }
+    <INITIAL> ("DT" | "DATE_AND_TIME") "#" date "-" clock                                 { return DATE_AND_TIME_DIR; }
 
     <INITIAL> "ANY" | "WORD" | "INT" | "REAL" | "SINT" | "BOOL" | "BYTE" | "DINT" | "DWORD" | "LINT" | "LREAL"
             | "LWORD" | "UDINT" | "UINT" | "ULINT" | "USINT" | "ANY_BIT" | "ANY_INT" | "ANY_NUM" | "ANY_DATE"

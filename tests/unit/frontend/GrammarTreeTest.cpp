@@ -140,7 +140,8 @@ TEST_F(GrammarTreeTest, Attributes)
 
 TEST_F(GrammarTreeTest, PartsOfAFileStandInOrder)
 {
-    EXPECT_EQ(Tree("VAR_GLOBAL g : INT; END_VAR FUNCTION f ; END_FUNCTION TYPE u : INT; END_TYPE PROGRAM main ; END_PROGRAM"),
+    EXPECT_EQ(Tree("VAR_GLOBAL g : INT; END_VAR FUNCTION f ; END_FUNCTION TYPE u : INT; END_TYPE "
+                   "PROGRAM main ; END_PROGRAM"),
               "FILE_GLOBAL(VAR_GLOBAL(OPT_LIST VAR_BLOCK_BODY(LIST_ID(IDENTIFIER))) FUNCTION(NEW_ID STMT_LIST(NOP)) "
               "TYPE_USER(LIST_ID(IDENTIFIER)) PROGRAM(NEW_ID STMT_LIST(NOP)))");
 }
@@ -234,7 +235,8 @@ TEST_F(GrammarTreeTest, PathsAreFlat)
 {
     EXPECT_EQ(Statements("s.m[1] := v[1].m[2];"),
               ":=(DOT(IDENTIFIER NEW_ID EXP_LIST(1)) ARRAY_ELEMENT(IDENTIFIER EXP_LIST(1) NEW_ID EXP_LIST(2)))");
-    EXPECT_EQ(Statements("v[x].n := s.n;"), ":=(ARRAY_ELEMENT(IDENTIFIER EXP_LIST(IDENTIFIER) NEW_ID) DOT(IDENTIFIER NEW_ID))");
+    EXPECT_EQ(Statements("v[x].n := s.n;"),
+              ":=(ARRAY_ELEMENT(IDENTIFIER EXP_LIST(IDENTIFIER) NEW_ID) DOT(IDENTIFIER NEW_ID))");
 }
 
 // ---- Expressions.
@@ -301,7 +303,8 @@ TEST_F(GrammarTreeTest, EveryDiscardedTokenAddsAnErrorNode)
 TEST_F(GrammarTreeTest, ErrorsOfAFile)
 {
     EXPECT_EQ(Tree(""), "FILE_GLOBAL(ERROR_)");
-    EXPECT_EQ(Tree("PROGRAM main ; END_PROGRAM x y"), "FILE_GLOBAL(PROGRAM(NEW_ID STMT_LIST(NOP)) ERROR_ ERROR_ ERROR_)");
+    EXPECT_EQ(Tree("PROGRAM main ; END_PROGRAM x y"),
+              "FILE_GLOBAL(PROGRAM(NEW_ID STMT_LIST(NOP)) ERROR_ ERROR_ ERROR_)");
 }
 
 TEST_F(GrammarTreeTest, ErrorsOfBlocks)

@@ -342,7 +342,8 @@ TEST_F(ParserMessagesTest, MiddleOfABlock)
 
 TEST_F(ParserMessagesTest, DeclarationWithoutColon)
 {
-    EXPECT_EQ(ParseFresh("VAR_GLOBAL x 5 6 7; y : INT; END_VAR"), Syntax(1, 14, "IMM_INTEGER, expecting ',' or ':' or AT"));
+    EXPECT_EQ(ParseFresh("VAR_GLOBAL x 5 6 7; y : INT; END_VAR"),
+              Syntax(1, 14, "IMM_INTEGER, expecting ',' or ':' or AT"));
     EXPECT_EQ(pNorvane->FindVariable("x"), nullptr);
     EXPECT_NE(pNorvane->FindVariable("y"), nullptr);
     EXPECT_EQ(result, g_Accepted);
@@ -437,14 +438,17 @@ TEST_F(ParserMessagesTest, ExternalConstant)
     // Behind CONSTANT a RETAIN might follow, so the next name is the current token.
     EXPECT_EQ(ParseFresh("PROGRAM main VAR_EXTERNAL CONSTANT x : INT; END_VAR ; END_PROGRAM"), Line(1, 36, message));
     EXPECT_EQ(result, g_Accepted);
-    EXPECT_EQ(ParseFresh("PROGRAM main VAR_EXTERNAL CONSTANT RETAIN x : INT; END_VAR ; END_PROGRAM"), Line(1, 36, message));
-    EXPECT_EQ(ParseFresh("PROGRAM main VAR_EXTERNAL RETAIN CONSTANT x : INT; END_VAR ; END_PROGRAM"), Line(1, 34, message));
+    EXPECT_EQ(ParseFresh("PROGRAM main VAR_EXTERNAL CONSTANT RETAIN x : INT; END_VAR ; END_PROGRAM"),
+              Line(1, 36, message));
+    EXPECT_EQ(ParseFresh("PROGRAM main VAR_EXTERNAL RETAIN CONSTANT x : INT; END_VAR ; END_PROGRAM"),
+              Line(1, 34, message));
 }
 
 // The whole block goes, and the program around it, up to where the file can go on.
 TEST_F(ParserMessagesTest, RecoveryBehindAnExternalConstant)
 {
-    EXPECT_EQ(ParseFresh("PROGRAM main VAR_EXTERNAL CONSTANT x : INT; END_VAR ; END_PROGRAM\nVAR_GLOBAL g : INT; END_VAR"),
+    EXPECT_EQ(ParseFresh("PROGRAM main VAR_EXTERNAL CONSTANT x : INT; END_VAR ; END_PROGRAM\n"
+                         "VAR_GLOBAL g : INT; END_VAR"),
               Line(1, 36, "The attribute CONSTANT cannot be used with external variables"));
     EXPECT_NE(pNorvane->FindVariable("g"), nullptr);
     EXPECT_EQ(result, g_Accepted);

@@ -1,0 +1,2 @@
+FUNCTION_Used:
+PROGRAM_second:

@@ -1,0 +1,3 @@
+;;	Not used
+;;	FUNCTION_f:
+;;		DBI POU_END

@@ -1,0 +1,5 @@
+PROGRAM main
+VAR x : INT;
+END_VAR
+x := 1;
+END_PROGRAM

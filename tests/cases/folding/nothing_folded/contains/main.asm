@@ -1,0 +1,15 @@
+DBI FILE 0 LINE 8
+	PUSH(INT)	[local+4]	;i
+	PUSH(INT)	1
+	ADD(INT)
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 9
+	PUSH(WORD)	[local+6]	;w
+	PUSH(INT)	3
+	SHL(WORD)
+	POP(WORD)	[local+6]	;w
+DBI FILE 0 LINE 10
+	PUSH(INT)	6
+	TO_REAL (INT)
+
+	POP(REAL)	[local+0]	;r

@@ -1,0 +1,2 @@
+	JSR FUNCTION_f
+FUNCTION_f:

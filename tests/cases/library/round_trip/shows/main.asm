@@ -1,0 +1,2 @@
+FUNCTION_lib:
+	JSR FUNCTION_lib

@@ -1,0 +1,50 @@
+DBI FILE 0 LINE 8
+	PUSH(UINT)	[local+4]	;u
+	PUSH(UINT)	1
+	ADD(UINT)
+	POP(UINT)	[local+4]	;u
+DBI FILE 0 LINE 9
+	PUSH(UINT)	1
+	PUSH(UINT)	[local+4]	;u
+	ADD(UINT)
+	POP(UINT)	[local+4]	;u
+DBI FILE 0 LINE 10
+	PUSH(UINT)	[local+4]	;u
+	PUSH(UINT)	0
+	SUB(UINT)
+	POP(UINT)	[local+4]	;u
+DBI FILE 0 LINE 11
+	PUSH(UINT)	0
+	PUSH(UINT)	[local+4]	;u
+	SUB(UINT)
+	POP(UINT)	[local+4]	;u
+DBI FILE 0 LINE 12
+	PUSH(UINT)	[local+4]	;u
+	PUSH(UINT)	3
+	MUL(UINT)
+	POP(UINT)	[local+4]	;u
+DBI FILE 0 LINE 13
+	PUSH(UINT)	3
+	PUSH(UINT)	[local+4]	;u
+	MUL(UINT)
+	POP(UINT)	[local+4]	;u
+DBI FILE 0 LINE 14
+	PUSH(UINT)	[local+4]	;u
+	PUSH(UINT)	2
+	DIV(UINT)
+	POP(UINT)	[local+4]	;u
+DBI FILE 0 LINE 15
+	PUSH(UINT)	200
+	PUSH(UINT)	[local+4]	;u
+	DIV(UINT)
+	POP(UINT)	[local+4]	;u
+DBI FILE 0 LINE 16
+	PUSH(USINT)	[local+6]	;us
+	PUSH(USINT)	1000
+	ADD(USINT)
+	POP(USINT)	[local+6]	;us
+DBI FILE 0 LINE 17
+	PUSH(UDINT)	4000000000
+	PUSH(UDINT)	[local+0]	;ud
+	ADD(UDINT)
+	POP(UDINT)	[local+0]	;ud

@@ -1,0 +1,50 @@
+DBI FILE 0 LINE 7
+	PUSH(REAL)	[local+8]	;r
+	PUSH(REAL)	1
+	ADD(REAL)
+	POP(REAL)	[local+8]	;r
+DBI FILE 0 LINE 8
+	PUSH(REAL)	[local+8]	;r
+	PUSH(REAL)	1.500000
+	ADD(REAL)
+	POP(REAL)	[local+8]	;r
+DBI FILE 0 LINE 9
+	PUSH(REAL)	[local+8]	;r
+	PUSH(REAL)	2
+	SUB(REAL)
+	POP(REAL)	[local+8]	;r
+DBI FILE 0 LINE 10
+	PUSH(REAL)	[local+8]	;r
+	PUSH(REAL)	2.500000
+	SUB(REAL)
+	POP(REAL)	[local+8]	;r
+DBI FILE 0 LINE 11
+	PUSH(REAL)	[local+8]	;r
+	PUSH(REAL)	-3
+	MUL(REAL)
+	POP(REAL)	[local+8]	;r
+DBI FILE 0 LINE 12
+	PUSH(REAL)	[local+8]	;r
+	PUSH(REAL)	3.500000
+	MUL(REAL)
+	POP(REAL)	[local+8]	;r
+DBI FILE 0 LINE 13
+	PUSH(REAL)	[local+8]	;r
+	PUSH(REAL)	4
+	DIV(REAL)
+	POP(REAL)	[local+8]	;r
+DBI FILE 0 LINE 14
+	PUSH(REAL)	[local+8]	;r
+	PUSH(REAL)	4.500000
+	DIV(REAL)
+	POP(REAL)	[local+8]	;r
+DBI FILE 0 LINE 15
+	PUSH(LREAL)	[local+0]	;l
+	PUSH(LREAL)	2
+	MUL(LREAL)
+	POP(LREAL)	[local+0]	;l
+DBI FILE 0 LINE 16
+	PUSH(LREAL)	[local+0]	;l
+	PUSH(LREAL)	0.500000
+	DIV(LREAL)
+	POP(LREAL)	[local+0]	;l

@@ -1,0 +1,110 @@
+DBI FILE 0 LINE 8
+	;and
+	PUSH(WORD)	[local+4]	;w
+	PUSH(WORD)	255
+	AND(WORD)
+
+	POP(WORD)	[local+4]	;w
+DBI FILE 0 LINE 9
+	;and
+	PUSH(WORD)	255
+	PUSH(WORD)	[local+4]	;w
+	AND(WORD)
+
+	POP(WORD)	[local+4]	;w
+DBI FILE 0 LINE 10
+	;or
+	PUSH(WORD)	[local+4]	;w
+	PUSH(WORD)	[local+6]	;w2
+	OR(WORD)
+
+	POP(WORD)	[local+4]	;w
+DBI FILE 0 LINE 11
+	PUSH(DWORD)	[local+0]	;dw
+	PUSH(DWORD)	5
+	XOR(DWORD)
+	POP(DWORD)	[local+0]	;dw
+DBI FILE 0 LINE 12
+	;or
+	PUSH(BYTE)	-1
+	PUSH(BYTE)	[local+8]	;by
+	OR(BYTE)
+
+	POP(BYTE)	[local+8]	;by
+DBI FILE 0 LINE 13
+	;and
+	PUSH(WORD)	1
+	PUSH(WORD)	[local+4]	;w
+	AND(WORD)
+
+	POP(WORD)	[local+4]	;w
+DBI FILE 0 LINE 14
+	;and
+	PUSH(BOOL)	[local+9].0	;b
+	DUP(BOOL)
+	JNC LABEL0002
+	POP(BOOL)
+	PUSH(BOOL)	1
+	LABEL0002:
+
+	POP(BOOL)	[local+9].0	;b
+DBI FILE 0 LINE 15
+	;or
+	PUSH(BOOL)	[local+9].0	;b
+	DUP(BOOL)
+	JC LABEL0003
+	POP(BOOL)
+	PUSH(BOOL)	1
+	LABEL0003:
+
+	POP(BOOL)	[local+9].0	;b
+DBI FILE 0 LINE 16
+	PUSH(BOOL)	[local+9].0	;b
+	PUSH(BOOL)	-2
+	XOR(BOOL)
+	POP(BOOL)	[local+9].0	;b
+DBI FILE 0 LINE 17
+	;and
+	PUSH(BOOL)	1
+	DUP(BOOL)
+	JNC LABEL0004
+	POP(BOOL)
+	PUSH(BOOL)	[local+9].0	;b
+	LABEL0004:
+
+	POP(BOOL)	[local+9].0	;b
+DBI FILE 0 LINE 18
+	;and
+	PUSH(BOOL)	1
+	DUP(BOOL)
+	JNC LABEL0005
+	POP(BOOL)
+	PUSH(BOOL)	[local+9].0	;b
+	LABEL0005:
+
+	POP(BOOL)	[local+9].0	;b
+DBI FILE 0 LINE 19
+	;or
+	PUSH(BOOL)	0
+	DUP(BOOL)
+	JC LABEL0006
+	POP(BOOL)
+	PUSH(BOOL)	[local+9].0	;b
+	LABEL0006:
+
+	POP(BOOL)	[local+9].0	;b
+DBI FILE 0 LINE 20
+	;and
+	PUSH(BOOL)	[local+9].0	;b
+	DUP(BOOL)
+	JNC LABEL0007
+	POP(BOOL)
+	PUSH(BOOL)	[local+9].1	;k
+	LABEL0007:
+
+	POP(BOOL)	[local+9].0	;b
+DBI FILE 0 LINE 21
+	PUSH(BOOL)	[local+9].0	;b
+	PUSH(BOOL)	[local+9].1	;k
+	XOR(BOOL)
+	POP(BOOL)	[local+9].0	;b

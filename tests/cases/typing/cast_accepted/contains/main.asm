@@ -1,0 +1,67 @@
+DBI FILE 0 LINE 10
+	PUSH(INT)	[local+4]	;i
+	TO_REAL (INT)
+
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 11
+	PUSH(INT)	1
+	TO_REAL (INT)
+
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 12
+	PUSH(REAL)	1
+	TO_INT (REAL)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 13
+	PUSH(REAL)	1.500000
+	TO_INT (REAL)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 14
+	PUSH(BOOL)	1
+	TO_INT (BOOL)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 15
+	PUSH(BOOL)	1
+	TO_INT (BOOL)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 16
+	PUSH(BOOL)	-2
+	TO_INT (BOOL)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 17
+	PUSH(BOOL)	[local+10].0	;b
+	TO_INT (BOOL)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 18
+	PUSH(WORD)	-1
+	TO_INT (WORD)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 19
+	PUSH(UINT)	100000
+	TO_INT (UINT)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 20
+	PUSH(INT)	[local+4]	;i
+	TO_INT (INT)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 21
+	PUSH(INT)	5
+	TO_INT (INT)
+
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 22
+	PUSH(INT)	[local+4]	;i
+	TO_DWORD (INT)
+
+	TO_WORD (DWORD)
+
+	POP(WORD)	[local+8]	;w

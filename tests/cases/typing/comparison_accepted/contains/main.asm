@@ -1,0 +1,87 @@
+DBI FILE 0 LINE 13
+	PUSH(INT)	[local+4]	;i
+	PUSH(INT)	1
+	CMP EQ(INT)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 14
+	PUSH(INT)	1
+	PUSH(INT)	[local+4]	;i
+	CMP NE(INT)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 15
+	PUSH(INT)	[local+4]	;i
+	PUSH(INT)	[local+6]	;j
+	CMP GT(INT)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 16
+	PUSH(INT)	[local+4]	;i
+	PUSH(INT)	100000
+	CMP LT(INT)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 17
+	PUSH(REAL)	[local+0]	;r
+	PUSH(REAL)	1
+	CMP GE(REAL)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 18
+	PUSH(REAL)	[local+0]	;r
+	PUSH(REAL)	1.500000
+	CMP LE(REAL)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 19
+	PUSH(REAL)	1
+	PUSH(REAL)	[local+0]	;r
+	CMP GT(REAL)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 20
+	PUSH(REAL)	1.500000
+	PUSH(REAL)	[local+0]	;r
+	CMP LT(REAL)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 21
+	PUSH(UINT)	[local+8]	;u
+	PUSH(UINT)	-1
+	CMP GE(UINT)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 22
+	PUSH(WORD)	[local+10]	;w
+	PUSH(WORD)	255
+	CMP EQ(WORD)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 23
+	PUSH(BOOL)	[local+24].0	;b
+	PUSH(BOOL)	1
+	CMP EQ(BOOL)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 24
+	PUSH(BOOL)	1
+	PUSH(BOOL)	[local+24].0	;b
+	CMP NE(BOOL)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 25
+	PUSH(BOOL)	[local+24].0	;b
+	PUSH(BOOL)	-2
+	CMP EQ(BOOL)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 26
+	PUSH(BOOL)	[local+24].1	;k
+	PUSH(BOOL)	[local+24].0	;b
+	CMP GT(BOOL)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 27
+	PUSH97 ;a
+
+	PUSH98 ;b
+
+	CMP EQ(STRING)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 28
+	PUSH&(UDINT)	[local+16]	;a
+	PUSH&(UDINT)	[local+20]	;c
+	CMP EQ(UDINT)
+	POP(BOOL)	[local+24].0	;b
+DBI FILE 0 LINE 29
+	PUSH&(UDINT)	[local+12]	;p
+	PUSH&(UDINT)	[local+14]	;q
+	CMP NE(UDINT)
+	POP(BOOL)	[local+24].0	;b

@@ -1,0 +1,14 @@
+DBI FILE 0 LINE 11
+	PUSH(REAL)	[global+0]	;c
+	PUSH(REAL)	2
+	MUL(REAL)
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 12
+	PUSH(REAL)	[global+0]	;c
+	PUSH(REAL)	2.500000
+	SUB(REAL)
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 13
+	PUSH(BOOL)	[global+4].0	;b1
+	NOT(BOOL)
+	POP(BOOL)	[local+4].0	;b

@@ -1,0 +1,56 @@
+DBI FILE 0 LINE 10
+	PUSH(INT)	[local+4]	;i
+	PUSH(INT)	[local+6]	;j
+	MAX(INT)
+	PUSH(INT)	[local+8]	;k
+	MIN(INT)
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 11
+	PUSH(INT)	0
+	PUSH(INT)	[local+4]	;i
+	MAX(INT)
+	PUSH(INT)	10
+	MIN(INT)
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 12
+	PUSH(INT)	[local+4]	;i
+	PUSH(INT)	1
+	MAX(INT)
+	PUSH(INT)	2
+	MIN(INT)
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 13
+	PUSH(REAL)	0.500000
+	PUSH(REAL)	[local+0]	;r
+	MAX(REAL)
+	PUSH(REAL)	2
+	MIN(REAL)
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 14
+	PUSH(UINT)	1
+	PUSH(UINT)	2
+	MAX(UINT)
+	PUSH(UINT)	[local+10]	;u
+	MIN(UINT)
+	POP(UINT)	[local+10]	;u
+DBI FILE 0 LINE 15
+	PUSH(WORD)	[local+12]	;w
+	PUSH(WORD)	1
+	MAX(WORD)
+	PUSH(WORD)	2
+	MIN(WORD)
+	POP(WORD)	[local+12]	;w
+DBI FILE 0 LINE 16
+	PUSH(INT)	0
+	PUSH(INT)	[local+4]	;i
+	MAX(INT)
+	PUSH(INT)	1.500000
+	MIN(INT)
+	POP(INT)	[local+4]	;i
+DBI FILE 0 LINE 17
+	PUSH(BOOL)	[local+14].0	;b
+	PUSH(BOOL)	[local+14].1	;c
+	MAX(BOOL)
+	PUSH(BOOL)	[local+14].2	;d
+	MIN(BOOL)
+	POP(BOOL)	[local+14].0	;b
