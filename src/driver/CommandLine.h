@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,9 +22,9 @@ public:
     // Sets what each argument says, in order, and stops at the first one that is wrong, which is printed.
     Outcome Read(const std::vector<std::string>& arguments);
 
-    // One slot for each argument, counted from 1, empty for an option or its value. Slot 0 is the firmware
-    // library's. The strings keep their place for the whole run: positions of messages point at them.
-    std::vector<std::string> m_Sources;
+    // One slot for each argument, counted from 1, without a value for an option or its value. Slot 0 is the
+    // firmware library's. The strings keep their place for the whole run: positions of messages point at them.
+    std::vector<std::optional<std::string>> m_Sources;
     bool m_KeepTemporary = false;                    // -k
 
 private:

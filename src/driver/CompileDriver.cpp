@@ -98,8 +98,8 @@ int CCompileDriver::Run(const std::vector<std::string>& arguments)
 // Kept: the very last argument isn't looked at, so a source that stands there alone is none.
 bool CCompileDriver::HasCountingSource() const
 {
-    const std::vector<std::string>& sources = m_CommandLine.m_Sources;
-    return std::any_of(sources.begin(), sources.end() - 1, [](const std::string& name) { return !name.empty(); });
+    const std::vector<std::optional<std::string>>& sources = m_CommandLine.m_Sources;
+    return std::any_of(sources.begin(), sources.end() - 1, [](const auto& name) { return name.has_value(); });
 }
 
 // The order matters: each of these tables is made from the ones before it.
@@ -121,9 +121,9 @@ bool CCompileDriver::LoadTarget()
 
 std::string CCompileDriver::FindLastSource() const
 {
-    const std::vector<std::string>& sources = m_CommandLine.m_Sources;
+    const std::vector<std::optional<std::string>>& sources = m_CommandLine.m_Sources;
     for (std::size_t slot = sources.size() - 1; slot > 0; --slot)
-        if (!sources[slot].empty()) return sources[slot];
+        if (sources[slot]) return *sources[slot];
     return {};
 }
 
@@ -142,11 +142,11 @@ std::string CCompileDriver::DeriveOutputName() const
 bool CCompileDriver::OverwritesInput() const
 {
     const std::string output = DeriveOutputName();
-    std::vector<std::string> inputs = m_CommandLine.m_Sources;
-    inputs.push_back(g_TargetFile);
-    for (const std::string& input : inputs) {
-        if (input.empty() || (input != output && input != g_TemporaryOutput)) continue;
-        PrintFailure(input + ": the output would overwrite this input file");
+    std::vector<std::optional<std::string>> inputs = m_CommandLine.m_Sources;
+    inputs.emplace_back(g_TargetFile);
+    for (const std::optional<std::string>& input : inputs) {
+        if (!input || (!IsSameFile(*input, output) && !IsSameFile(*input, g_TemporaryOutput))) continue;
+        PrintFailure(*input + ": the output would overwrite this input file");
         return true;
     }
     return false;
@@ -177,11 +177,12 @@ void CCompileDriver::CollectSources()
 {
     if (!m_Norvane.m_LibraryFile.empty()) return;
 
-    std::vector<std::string>& sources = m_CommandLine.m_Sources;
-    sources[0] = m_Norvane.ExtractFirmwareLibrary();
-    if (!sources[0].empty() && !m_CommandLine.m_KeepTemporary) KeepTrackOfTemporaryFile(sources[0]);
+    std::vector<std::optional<std::string>>& sources = m_CommandLine.m_Sources;
+    const std::string library = m_Norvane.ExtractFirmwareLibrary();
+    if (!library.empty()) sources[0] = library;
+    if (!library.empty() && !m_CommandLine.m_KeepTemporary) KeepTrackOfTemporaryFile(library);
     for (std::size_t slot = 1; slot < sources.size(); ++slot)
-        if (sources[slot].find(g_LibraryMark) != std::string::npos) sources[slot].clear();
+        if (sources[slot] && sources[slot]->find(g_LibraryMark) != std::string::npos) sources[slot].reset();
 }
 
 void CCompileDriver::CompileSources()
@@ -189,8 +190,8 @@ void CCompileDriver::CompileSources()
     SetScannerContext(m_Norvane);
     SetParserContext(m_Norvane);
     m_Norvane.m_SourceFiles.clear();
-    for (const std::string& name : m_CommandLine.m_Sources)
-        if (!name.empty() && !CompileSource(name)) return;
+    for (const std::optional<std::string>& name : m_CommandLine.m_Sources)
+        if (name && !CompileSource(*name)) return;
 }
 
 // False if the file isn't there, which ends the run behind the sources before it.
