@@ -59,6 +59,8 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
         case MAX: GenerateMinMax(pNode, "\tMAX", text); break;
         case LIMIT: GenerateLimit(pNode, text); break;
 
+        case DIRECT_VARIABLE: ReportNoVariable(pNode); break;   // the tree holds no address to read
+
         case ASSIGN: GenerateAssignment(pNode, text); break;
         case IF: GenerateIf(pNode, text); break;
         case WHILE: GenerateWhile(pNode, text); break;

@@ -19,6 +19,23 @@ static bool IsAggregate(const CType* pType)
     return pType && pType->IsAggregate();
 }
 
+// A use of a constant that its value has replaced: a literal that still knows its variable.
+static bool IsReplacedConstant(const CNode* pNode)
+{
+    return pNode->IsLiteral() && pNode->pVariable && pNode->pVariable->m_IsConstant;
+}
+
+static bool IsTimeLiteral(const CNode* pNode)
+{
+    switch (pNode->nKind) {
+        case TIME_OF_DAY_DIR:
+        case DATE_AND_TIME_DIR:
+        case DATE_DIR:
+        case TIME_DIR: return true;
+        default: return false;
+    }
+}
+
 // ---- Lists
 
 // Position of the node's source among the compiled ones; the first of a name that was compiled twice.
@@ -63,8 +80,16 @@ void CCodeGeneration::GenerateAssignment(const CNode* pNode, std::string& text)
     const CNode* pTarget = pNode->Child(0);
     CNode* pValue = pNode->Child(1);
     const CVariable* pVariable = pTarget->pVariable;
+    if (IsReplacedConstant(pTarget)) {   // the checks have met no variable here, only a literal
+        m_ErrorHandler->ErrAssignToConstant(pNode->location);
+        return;
+    }
     if (!pTarget->IsVariableAccess() || !pVariable) {
         ReportNoVariable(pTarget);
+        return;
+    }
+    if (IsTimeLiteral(pValue)) {   // it has a place in the grammar, but neither type nor value
+        m_ErrorHandler->ErrCannotAssign(pTarget->pType, pValue->location);
         return;
     }
     if (pValue->nKind == STR_DIR) {
@@ -310,7 +335,8 @@ bool CCodeGeneration::GenerateFor(const CNode* pNode, std::string& text)
         m_ErrorHandler->WarnForNeverRuns(loop.pBody->location);
         return false;
     }
-    if (!isStepKnown) GenerateForWithVariableStep(loop, text);
+    if (!loop.pVariable->IsVariableAccess()) GenerateStatementList(loop.pBody, text);   // the assignment has told why
+    else if (!isStepKnown) GenerateForWithVariableStep(loop, text);
     else if (areBoundsKnown) GenerateForTestedBelow(loop, text);
     else GenerateForTestedAbove(loop, text);
     text += "\t" + loop.exitLabel + ":\n";
@@ -487,7 +513,8 @@ void CCodeGeneration::GenerateCase(const CNode* pNode, std::string& text)
 
 // ---- EXIT
 
-// False behind the diagnostic: then not even the line end is written.
+// The line is closed here already, so an empty one follows. False behind the diagnostic: then not even the
+// line end is written.
 bool CCodeGeneration::GenerateExit(const CNode* pNode, std::string& text)
 {
     const std::string label = m_Label.GetExitLabel();
@@ -495,6 +522,6 @@ bool CCodeGeneration::GenerateExit(const CNode* pNode, std::string& text)
         m_ErrorHandler->ErrExitOutOfLoop(pNode->location);
         return false;
     }
-    text += "\tJMP " + label;
+    text += "\tJMP " + label + "\n";
     return true;
 }

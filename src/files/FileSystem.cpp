@@ -91,8 +91,12 @@ bool ReplaceFile(const std::string& from, const std::string& to)
 
 std::string MakeTemporaryName(const std::string& name)
 {
+    // The last part of a path may have 255 bytes; a longer name than this is cut, to leave room for the ending.
+    constexpr std::size_t longest = 240;
+    const std::size_t start = name.rfind('/') + 1;   // 0 without a directory
+    const std::string begin = name.substr(0, start + longest);
     for (int number = 1;; ++number) {
-        std::string candidate = name + FormatText(".tmp%d", number);
+        std::string candidate = begin + FormatText(".tmp%d", number);
         if (!FileExists(candidate)) return candidate;
     }
 }

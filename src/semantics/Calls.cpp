@@ -38,15 +38,29 @@ static bool IsInstance(const CVariable* pVariable)
     return pVariable && pVariable->m_Type && pVariable->m_Type->IsStructFB();
 }
 
+// "name()" where an instance has the name. It must not be that of a function too.
+static CNode* MakeInstanceCall(CNorvane& norvane, char* szName, const SourceLocation& location)
+{
+    const CPou* pPou = norvane.m_Pous.FindPouExact(szName);
+    if (!pPou || !pPou->IsFunction()) return norvane.MakeFbCall(szName, location, nullptr);
+    delete[] szName;
+    norvane.m_Errors.ErrOverloadType(location);
+    return new CNode(g_NoCall, location);
+}
+
+// The call of an instance leaves nothing on the stack, so an expression can't go on with it.
+static void RefuseInstanceValue(CNorvane& norvane, CNode* pCall)
+{
+    if (pCall->nKind == FUNCTION_BLOCK) norvane.m_Errors.ErrNoReturnValue(pCall->location);
+    norvane.Poison(pCall);
+}
+
 CNode* CNorvane::MakeFunctionCall(char* szName, const SourceLocation& location, bool bInExpression, CNode* pParameters)
 {
-    // "name()" may mean an instance or a function.
     if (!pParameters && IsInstance(FindVariable(szName))) {
-        const CPou* pPou = m_Pous.FindPouExact(szName);
-        if (!pPou || !pPou->IsFunction()) return MakeFbCall(szName, location, nullptr);
-        delete[] szName;
-        m_Errors.ErrOverloadType(location);
-        return new CNode(g_NoCall, location);
+        CNode* pCall = MakeInstanceCall(*this, szName, location);
+        if (bInExpression) RefuseInstanceValue(*this, pCall);
+        return pCall;
     }
     CNode* pNode = new CNode(ERROR_, location);
     pNode->szName = TakeText(szName);

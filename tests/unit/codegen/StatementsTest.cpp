@@ -311,7 +311,7 @@ TEST_F(StatementsTest, RepeatDrawsBothLabelsBeforeItsStatements)
 {
     EXPECT_EQ(Body("REPEAT IF p THEN EXIT; END_IF; UNTIL q END_REPEAT;"),
               Mark(2) + "\t;repeat\n\tLABEL0002:\n" +
-              Mark(2) + "\t;if\n" + p + "\tJNC LABEL0004\n\t;then\n" + Mark(2) + "\tJMP LABEL0003\n\tLABEL0004:\n\n" +
+              Mark(2) + "\t;if\n" + p + "\tJNC LABEL0004\n\t;then\n" + Mark(2) + "\tJMP LABEL0003\n\n\tLABEL0004:\n\n" +
               q + "\tJNC LABEL0002\n\tLABEL0003:\n\n");
 }
 
@@ -377,7 +377,7 @@ TEST_F(StatementsTest, ADeadForLeavesItsAssignment)
                   std::string::npos);
         // No line end of its own, and its exit label stays for the EXIT behind it; both labels are drawn.
         EXPECT_EQ(Cut(compiled.assembler, "\t;Program body\n", "\n\t\n\tRTS\n"),
-                  Mark(2) + dead + Mark(2) + "\tJMP LABEL0003\n" +
+                  Mark(2) + dead + Mark(2) + "\tJMP LABEL0003\n\n" +
                   Mark(2) + "\t;if\n" + p + "\tJNC LABEL0004\n\t;then\n" + Set(1) + "\tLABEL0004:\n\n");
     }
 }
@@ -457,9 +457,9 @@ TEST_F(StatementsTest, ExitLeavesTheInnermostLoop)
 {
     EXPECT_EQ(Body("WHILE p DO WHILE q DO EXIT; END_WHILE; EXIT; END_WHILE;"),
               Mark(2) + "\t;while\n\tLABEL0002:\n" + p + "\tJNC LABEL0003\n" +
-              Mark(2) + "\t;while\n\tLABEL0004:\n" + q + "\tJNC LABEL0005\n" + Mark(2) + "\tJMP LABEL0005\n" +
+              Mark(2) + "\t;while\n\tLABEL0004:\n" + q + "\tJNC LABEL0005\n" + Mark(2) + "\tJMP LABEL0005\n\n" +
               "\tJMP LABEL0004\n\tLABEL0005:\n\n" +
-              Mark(2) + "\tJMP LABEL0003\n\tJMP LABEL0002\n\tLABEL0003:\n\n");
+              Mark(2) + "\tJMP LABEL0003\n\n\tJMP LABEL0002\n\tLABEL0003:\n\n");
 }
 
 TEST_F(StatementsTest, ExitInACaseLeavesTheCase)
@@ -467,11 +467,11 @@ TEST_F(StatementsTest, ExitInACaseLeavesTheCase)
     EXPECT_EQ(Body("WHILE p DO CASE n OF 1: EXIT; END_CASE; END_WHILE;"),
               Mark(2) + "\t;while\n\tLABEL0002:\n" + p + "\tJNC LABEL0003\n" +
               Mark(2) + "\t;case\n" + n + "\tCASE (INT) 1 LABEL0005\n\tPOP(INT)\n"
-              "\tJMP LABEL0004\n\tLABEL0005:\n" + Mark(2) + "\tJMP LABEL0004\n\tLABEL0004:\n\n"
+              "\tJMP LABEL0004\n\tLABEL0005:\n" + Mark(2) + "\tJMP LABEL0004\n\n\tLABEL0004:\n\n"
               "\tJMP LABEL0002\n\tLABEL0003:\n\n");
     EXPECT_EQ(Body("CASE n OF 1: EXIT; END_CASE;"),
               Mark(2) + "\t;case\n" + n + "\tCASE (INT) 1 LABEL0003\n\tPOP(INT)\n"
-              "\tJMP LABEL0002\n\tLABEL0003:\n" + Mark(2) + "\tJMP LABEL0002\n\tLABEL0002:\n\n");
+              "\tJMP LABEL0002\n\tLABEL0003:\n" + Mark(2) + "\tJMP LABEL0002\n\n\tLABEL0002:\n\n");
 }
 
 TEST_F(StatementsTest, ExitOutOfALoopIsAnError)

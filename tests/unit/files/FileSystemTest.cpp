@@ -68,6 +68,29 @@ TEST(FileSystem, ReplacesAFile)
     EXPECT_EQ(directory.Read("old"), "new text");
 }
 
+TEST(FileSystem, TellsWhetherTwoNamesMeanOneFile)
+{
+    const TemporaryDirectory directory;
+    const std::string a = directory.Make("a", "x");
+    directory.Make("b", "x");
+    std::filesystem::create_symlink("a", directory.Name("link"));
+    EXPECT_TRUE(IsSameFile(a, a));
+    EXPECT_TRUE(IsSameFile(a, directory.Path() + "/./a"));
+    EXPECT_TRUE(IsSameFile(a, directory.Name("link")));
+    EXPECT_FALSE(IsSameFile(a, directory.Name("b")));
+    EXPECT_FALSE(IsSameFile(a, directory.Name("none")));
+    EXPECT_FALSE(IsSameFile(directory.Name("none"), directory.Name("none")));
+}
+
+TEST(FileSystem, TemporaryNamesOfLongNamesCanBeMade)
+{
+    const TemporaryDirectory directory;
+    const std::string name = MakeTemporaryName(directory.Name(std::string(255, 'n')));
+    std::ofstream(name) << "made";
+    EXPECT_TRUE(FileExists(name));
+    EXPECT_EQ(directory.CountEntries(), 1);
+}
+
 TEST(FileSystem, TemporaryNamesAreFreeOnes)
 {
     const TemporaryDirectory directory;
