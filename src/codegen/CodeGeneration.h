@@ -104,6 +104,9 @@ public:
     // After the last source (StackAnalysis.cpp, DebugInformation.cpp).
     void WriteCallTree(CXmlNode& root);
     std::string GetStatistics() const;
+    // The output's name with ".dbi" in the place of ".asm" and what follows it; behind the whole name if ".asm"
+    // stands at its start, is missing, or stands there twice.
+    static std::string GetDebugName(const std::string& outputName);
     // Writes the debug file that belongs to the output; false if it could not be written.
     bool WriteDebugInformation(const std::string& outputName);
     static std::uint16_t ComputeSign(std::string_view text);

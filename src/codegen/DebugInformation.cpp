@@ -259,9 +259,7 @@ void CCodeGeneration::SetSigns(CXmlNode* pElement, const DebugSigns& signs)
 
 // ---- The file
 
-// The output's name with ".dbi" in the place of ".asm" and what follows it; behind the whole name if ".asm"
-// stands at its start, is missing, or stands there twice.
-static std::string GetDebugName(const std::string& outputName)
+std::string CCodeGeneration::GetDebugName(const std::string& outputName)
 {
     constexpr std::string_view extension = ".asm";
     const std::size_t position = outputName.find(extension);

@@ -90,6 +90,7 @@ int CCompileDriver::Run(const std::vector<std::string>& arguments)
         GenerateClosingBlocks();
         FinishOutput();
     }
+    if (m_Norvane.m_DumpFailed) m_ExitStatus = 1;
     RemoveTemporaryFiles();
     FreeScannerBuffer();
     return PrintSummary();
@@ -138,14 +139,26 @@ std::string CCompileDriver::DeriveOutputName() const
     return name + ".asm";
 }
 
+// All files that the run is going to write, but for the one that -l asks for.
+std::vector<std::string> CCompileDriver::ListOutputs() const
+{
+    const std::string output = DeriveOutputName();
+    std::vector<std::string> outputs = {g_TemporaryOutput, output, CCodeGeneration::GetDebugName(output)};
+    if (!m_Norvane.m_DumpTree) return outputs;
+    for (const std::optional<std::string>& source : m_CommandLine.m_Sources)
+        if (source) outputs.push_back(*source + ".xml");
+    return outputs;
+}
+
 // A source or the target description that the run would write over would be lost.
 bool CCompileDriver::OverwritesInput() const
 {
-    const std::string output = DeriveOutputName();
+    const std::vector<std::string> outputs = ListOutputs();
     std::vector<std::optional<std::string>> inputs = m_CommandLine.m_Sources;
     inputs.emplace_back(g_TargetFile);
     for (const std::optional<std::string>& input : inputs) {
-        if (!input || (!IsSameFile(*input, output) && !IsSameFile(*input, g_TemporaryOutput))) continue;
+        const auto isInput = [&input](const std::string& output) { return IsSameFile(*input, output); };
+        if (!input || std::none_of(outputs.begin(), outputs.end(), isInput)) continue;
         PrintFailure(*input + ": the output would overwrite this input file");
         return true;
     }

@@ -27,6 +27,7 @@ private:
     void CompileSources();
     bool CompileSource(const std::string& name);
     std::string DeriveOutputName() const;
+    std::vector<std::string> ListOutputs() const;
     bool OverwritesInput() const;
     void FinishOutput();
     void GenerateClosingBlocks();

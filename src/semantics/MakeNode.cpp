@@ -144,6 +144,7 @@ void CNorvane::FinishSourceFile(CNode* pRoot)
     }
     if (written) return;
 
+    m_DumpFailed = true;
     const std::string message = "cannot write the tree file " + name + "\n";
     std::fflush(stdout);
     std::fputs(message.c_str(), stderr);

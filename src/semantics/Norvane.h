@@ -66,6 +66,7 @@ public:
     bool m_FbOptimisation = true;                    // -fbo0 clears it
     bool m_BooleanShortcut = true;                   // -bs0 clears it
     bool m_DumpTree = false;                         // -x
+    bool m_DumpFailed = false;                       // a tree could not be written: the run fails in the end
 
     // ---- The tables. The order matters: who is given another one at construction stands behind it.
     CXmlDocument m_Target;

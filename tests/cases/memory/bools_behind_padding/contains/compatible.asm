@@ -1,0 +1,12 @@
+	LOCALDATA 41
+		;Variable (0): y ((BYTE),VAR)
+		;Variable (4): b0 ((BOOL),VAR)
+		;Variable (8): b1 ((BOOL),VAR)
+		;Variable (12): b2 ((BOOL),VAR)
+		;Variable (16): b3 ((BOOL),VAR)
+		;Variable (20): b4 ((BOOL),VAR)
+		;Variable (24): b5 ((BOOL),VAR)
+		;Variable (28): b6 ((BOOL),VAR)
+		;Variable (32): b7 ((BOOL),VAR)
+		;Variable (36): b8 ((BOOL),VAR)
+		;Variable (40): z ((BYTE),VAR)

@@ -1,0 +1,12 @@
+	LOCALDATA 13
+		;Variable (0): y ((BYTE),VAR)
+		;Variable (1): b0 ((BOOL),VAR)
+		;Variable (4): b1 ((BOOL),VAR)
+		;Variable (4): b2 ((BOOL),VAR)
+		;Variable (4): b3 ((BOOL),VAR)
+		;Variable (4): b4 ((BOOL),VAR)
+		;Variable (4): b5 ((BOOL),VAR)
+		;Variable (4): b6 ((BOOL),VAR)
+		;Variable (4): b7 ((BOOL),VAR)
+		;Variable (5): b8 ((BOOL),VAR)
+		;Variable (12): z ((BYTE),VAR)

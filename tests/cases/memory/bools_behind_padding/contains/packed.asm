@@ -1,0 +1,12 @@
+	LOCALDATA 13
+		;Variable (0): y ((BYTE),VAR)
+		;Variable (8): b0 ((BOOL),VAR)
+		;Variable (8): b1 ((BOOL),VAR)
+		;Variable (8): b2 ((BOOL),VAR)
+		;Variable (8): b3 ((BOOL),VAR)
+		;Variable (8): b4 ((BOOL),VAR)
+		;Variable (8): b5 ((BOOL),VAR)
+		;Variable (8): b6 ((BOOL),VAR)
+		;Variable (8): b7 ((BOOL),VAR)
+		;Variable (12): b8 ((BOOL),VAR)
+		;Variable (4): z ((BYTE),VAR)

@@ -1,0 +1,10 @@
+	LOCALDATA 9
+		;Variable (0): b0 ((BOOL),VAR)
+		;Variable (1): b1 ((BOOL),VAR)
+		;Variable (2): b2 ((BOOL),VAR)
+		;Variable (3): b3 ((BOOL),VAR)
+		;Variable (4): b4 ((BOOL),VAR)
+		;Variable (5): b5 ((BOOL),VAR)
+		;Variable (6): b6 ((BOOL),VAR)
+		;Variable (7): b7 ((BOOL),VAR)
+		;Variable (8): b8 ((BOOL),VAR)

@@ -1,0 +1,10 @@
+	LOCALDATA 2
+		;Variable (0): b0 ((BOOL),VAR)
+		;Variable (0): b1 ((BOOL),VAR)
+		;Variable (0): b2 ((BOOL),VAR)
+		;Variable (0): b3 ((BOOL),VAR)
+		;Variable (0): b4 ((BOOL),VAR)
+		;Variable (0): b5 ((BOOL),VAR)
+		;Variable (0): b6 ((BOOL),VAR)
+		;Variable (0): b7 ((BOOL),VAR)
+		;Variable (1): b8 ((BOOL),VAR)
