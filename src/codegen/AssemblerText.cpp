@@ -68,7 +68,7 @@ std::string CCodeGeneration::GetPointerSuffix() const
 }
 
 // A literal that no rule has reached is of the common type of its kind. A comparison of literals of two kinds
-// stays untyped too, and is a BOOL like any other.
+// stays untyped too, and is a BOOL like any other; what one operand makes of it keeps that type.
 const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
 {
     if (pNode->pType) return pNode->pType;
@@ -83,6 +83,10 @@ const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
         case LESS_EQUAL:
         case GREATER:
         case LESS: return m_Norvane.m_DataTypes.FindType("BOOL");
+        case UNARY_MINUS:
+        case NOT:
+        case ABS:
+        case SQRT: return GetNodeType(pNode->Child(0));
         default: return nullptr;
     }
 }

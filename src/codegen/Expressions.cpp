@@ -45,6 +45,7 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
         case ARRAY_ELEMENT: GenerateVariableAccess(pNode, AccessMode::Read, text); break;
         case CAST_FUNCTION_CALL: GenerateCast(pNode, text); break;
         case FUNCTION_CALL: GenerateFunctionCall(pNode, text); break;
+        case ERROR_: GenerateFailedCall(pNode, text); break;
 
         case UNARY_MINUS: GenerateUnary(pNode, "\tNEG", text); break;
         case NOT: GenerateUnary(pNode, "\tNOT", text); break;
@@ -316,6 +317,25 @@ std::string CCodeGeneration::GetFunctionLabel(const CPou* pPou) const
 static bool IsAggregate(const CType* pType)
 {
     return pType && pType->IsAggregate();
+}
+
+// A call that resolves to a program fails without a message.
+bool CCodeGeneration::IsProgramCall(const CNode* pNode) const
+{
+    const CPou* pPou = pNode->nKind == ERROR_ ? m_Norvane.m_Pous.FindPou(pNode->szName) : nullptr;
+    return pPou && pPou->IsProgram();
+}
+
+// As a statement such a call does nothing and is left out. What needs its value can't be generated, nor can a
+// call that failed because of it; so it is reported after all.
+void CCodeGeneration::GenerateFailedCall(const CNode* pNode, std::string& text)
+{
+    if (IsProgramCall(pNode)) {
+        m_ErrorHandler->ErrFunctionNotDeclared(pNode->szName, pNode->location);
+        return;
+    }
+    if (pNode->GetChildCount() == 0) return;
+    for (CNode* pActual : pNode->Child(0)->m_Children) GenerateNode(pActual, text);
 }
 
 // A variable that the callee writes goes by its address. Structures and arrays do in any case, input or not,

@@ -317,8 +317,10 @@ void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::stri
 {
     const CType* pType = pVariable->m_Type;
     if (!pType) return;
-    // A constant whose uses are replaced by the value has no place; a store to offset -1 would spoil a neighbour.
-    if (pVariable->m_Size == -1 && m_MemoryHandler->IsSubstituted(pVariable)) return;
+    // Nobody reads the memory of a constant whose uses are replaced by the value. It has no place, or, packed among
+    // the BOOLs, one that may be too narrow for it: a store would spoil its neighbours. At an address of its own
+    // others may look at it.
+    if (m_MemoryHandler->IsSubstituted(pVariable) && pVariable->m_DirectAddress.empty()) return;
     if (pType->IsAggregate()) {
         CInitWalk(*this, m_SilentStructs, text).Run(*pVariable);
         return;

@@ -1,0 +1,97 @@
+DBI FILE 0 LINE 47
+	PUSH(UDINT) [local+4]	;&p
+	PUSH(UDINT)	2
+	ADD(UDINT)
+	PUSHI(INT)
+	PUSH(UDINT) [local+4]	;&p
+	POPI(INT)
+DBI FILE 0 LINE 48
+	PUSH(UDINT) [local+16]	;&g
+	PUSH(UDINT)	50331648	;0x03000000
+	ADD(UDINT)
+	PUSHI(BOOL)
+	PUSH(UDINT) [local+12]	;&q
+	PUSH(UDINT)	16777220	;0x01000004
+	ADD(UDINT)
+	POPI(BOOL)
+DBI FILE 0 LINE 49
+	PUSH(UDINT) [local+12]	;&q
+	PUSH(UDINT)	4
+	ADD(UDINT)
+	PUSHI(BOOL)
+	PUSH(UDINT) [local+16]	;&g
+	PUSH(UDINT)	1
+	ADD(UDINT)
+	POPI(BOOL)
+DBI FILE 0 LINE 50
+	PUSH(UDINT) [local+8]	;&r
+	PUSH(UDINT)	6
+	ADD(UDINT)
+	PUSHI(INT)
+	PUSH(UDINT) [local+8]	;&r
+	;runtime array address
+	PUSH*(INT) [local+20]	;i
+	ADDRESS(INT) 2 1 4
+	POPI(INT)
+DBI FILE 0 LINE 51
+	PUSH(UDINT) [local+16]	;&g
+	;runtime array address
+	PUSH*(INT) [local+20]	;i
+	ADDRESSBIT(INT) 1 0 9
+	PUSHI(BOOL)
+	POP*(BOOL) [local+32]	;f
+DBI FILE 0 LINE 52
+	PUSH(UDINT) [local+24]	;&m
+	PUSH(UDINT)	16777220	;0x01000004
+	ADD(UDINT)
+	;runtime array address
+	PUSH*(INT) [local+20]	;i
+	ADDRESS(INT) 6 0 1
+	PUSHI(BOOL)
+	POP*(BOOL) [local+32]	;f
+DBI FILE 0 LINE 53
+	PUSH(UDINT) [local+28]	;&sub
+	PUSHI(INT)
+	POP(INT)	[global+0]	;n
+DBI FILE 0 LINE 54
+	PUSH(UDINT) [local+28]	;&sub
+	PUSH(UDINT)	16777218	;0x01000002
+	ADD(UDINT)
+	PUSHI(BOOL)
+	POP*(BOOL) [local+32]	;f
+DBI FILE 0 LINE 55
+	PUSH(INT)	[global+0]	;n
+	POP(INT)	[global+2]	;far.x
+DBI FILE 0 LINE 56
+	PUSH(UDINT) [local+4]	;&p
+	PUSH(UDINT)	2
+	ADD(UDINT)
+
+	JSR FUNCTION_touch
+	POP(INT)	[global+0]	;n
+DBI FILE 0 LINE 57
+	PUSH(UDINT) [local+4]	;&p
+
+	JSR FUNCTION_touch
+	POP(INT)	[global+0]	;n
+DBI FILE 0 LINE 58
+	PUSH(UDINT) [local+8]	;&r
+	;runtime array address
+	PUSH*(INT) [local+20]	;i
+	ADDRESS(INT) 2 1 4
+	PUSHI(INT)
+	JSR FUNCTION_touch
+	POP(INT)	[global+0]	;n
+DBI FILE 0 LINE 59
+	PUSH(UDINT) [local+4]	;&p
+	PUSHI(UDINT)
+	JSR FUNCTION_take
+	POP(INT)	[global+0]	;n
+DBI FILE 0 LINE 60
+	PUSH(UDINT) [local+12]	;&q
+
+	PUSH(UDINT) [local+4]	;&p
+
+	MEMCPY	5
+
+

@@ -1,0 +1,41 @@
+	DBI POU_BEGIN
+
+	LOCALDATA 32
+	;Read input parameter
+	DUP(UDINT)
+	POP(UDINT)[local+0]	;FB_INSTANCE
+
+	DUP(UDINT)
+	POP(UDINT)[local+4]	;up
+
+	DUP(UDINT)
+	PUSH(UDINT)	2
+	ADD(UDINT)
+	POP(UDINT)[local+12]	;limit
+
+	DUP(UDINT)
+	PUSH(UDINT)	4	;0x00000004
+	ADD(UDINT)
+	POP(UDINT)[local+16]	;done
+
+	DUP(UDINT)
+	PUSH(UDINT)	6
+	ADD(UDINT)
+	POP(UDINT)[local+20]	;count
+
+	DUP(UDINT)
+	PUSH(UDINT)	8
+	ADD(UDINT)
+	PUSHI(UDINT)
+	POP(UDINT)[local+24]	;total
+
+	DUP(UDINT)
+	PUSH(UDINT)	12	;0x0000000C
+	ADD(UDINT)
+	POP(UDINT)[local+28]	;last
+
+	POP(UDINT)
+
+
+	;FunctionBlock body
+DBI FILE 0 LINE 28

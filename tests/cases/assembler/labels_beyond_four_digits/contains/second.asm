@@ -1,0 +1,9 @@
+DBI FILE 0 LINE 2
+	;and
+	PUSH(BOOL)	[local+0].0	;f
+	DUP(BOOL)
+	JNC LABEL0001
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].0	;f
+	LABEL0001:
+

@@ -1,0 +1,1 @@
+		;Variable (0): g (INT,VAR_GLOBAL)

@@ -1,0 +1,31 @@
+DBI FILE 0 LINE 10
+	PUSH(INT)	[local+0]	;i
+	JSR FUNCTION_f
+	POP(INT)	[local+0]	;i
+DBI FILE 0 LINE 11
+	PUSH(REAL)	[local+4]	;r
+	JSR FUNCTION_f__1
+	POP(REAL)	[local+4]	;r
+DBI FILE 0 LINE 12
+	PUSH(REAL)	[local+4]	;r
+	PUSH(INT)	[local+0]	;i
+	JSR FUNCTION_g__1
+	POP(INT)	[local+0]	;i
+DBI FILE 0 LINE 13
+	PUSH(INT)	[local+8]	;m
+	JSR FUNCTION_f
+	POP(INT)
+DBI FILE 0 LINE 14
+	PUSH(BOOL)	[local+10].0	;p
+	JSR FUNCTION_f__2
+	POP(INT)
+DBI FILE 0 LINE 15
+	PUSH(INT)	4
+	PUSH(INT)	[local+0]	;i
+	ADD(INT)
+	JSR FUNCTION_g
+	POP(INT)
+DBI FILE 0 LINE 16
+	PUSH(INT)	4
+	JSR FUNCTION_f
+	POP(INT)	[local+0]	;i

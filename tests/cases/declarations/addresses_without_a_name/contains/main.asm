@@ -1,0 +1,1 @@
+	LOCALSET 1 ; 4 bytes size

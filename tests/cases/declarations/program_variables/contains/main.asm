@@ -1,0 +1,1 @@
+	LOCALSET 2 ; 8 bytes size

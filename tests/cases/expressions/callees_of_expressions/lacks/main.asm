@@ -1,0 +1,3 @@
+FUNCTION_dropped:
+;;	FUNCTION_pass:
+;;	FUNCTION_right:

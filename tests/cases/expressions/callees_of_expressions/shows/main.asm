@@ -1,0 +1,4 @@
+FUNCTION_pass:
+FUNCTION_right:
+;;	FUNCTION_dropped:
+;;	FUNCTION_index:

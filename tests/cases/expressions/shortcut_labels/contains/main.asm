@@ -1,0 +1,125 @@
+DBI FILE 0 LINE 14
+	;or
+	;and
+	PUSH(BOOL)	[local+0].0	;a
+	DUP(BOOL)
+	JNC LABEL0003
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].2	;c
+	LABEL0003:
+
+	DUP(BOOL)
+	JC LABEL0002
+	POP(BOOL)
+	;and
+	PUSH(BOOL)	[local+0].3	;d
+	DUP(BOOL)
+	JNC LABEL0004
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].4	;e
+	LABEL0004:
+
+	LABEL0002:
+
+	POP(BOOL)	[local+0].1	;b
+DBI FILE 0 LINE 15
+	;and
+	;and
+	PUSH(BOOL)	[local+0].0	;a
+	DUP(BOOL)
+	JNC LABEL0006
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].2	;c
+	LABEL0006:
+
+	DUP(BOOL)
+	JNC LABEL0005
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].3	;d
+	LABEL0005:
+
+	POP(BOOL)	[local+0].1	;b
+DBI FILE 0 LINE 16
+	;and
+	PUSH(BOOL)	[local+0].0	;a
+	DUP(BOOL)
+	JNC LABEL0007
+	POP(BOOL)
+	;or
+	PUSH(BOOL)	[local+0].2	;c
+	DUP(BOOL)
+	JC LABEL0008
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].3	;d
+	LABEL0008:
+
+	LABEL0007:
+
+	POP(BOOL)	[local+0].1	;b
+DBI FILE 0 LINE 17
+	;and
+	PUSH(INT)	[local+2]	;i
+	PUSH(INT)	1
+	CMP GT(INT)
+	DUP(BOOL)
+	JNC LABEL0009
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].0	;a
+	NOT(BOOL)
+	LABEL0009:
+
+	POP(BOOL)	[local+0].1	;b
+DBI FILE 0 LINE 18
+	;and
+	PUSH(BOOL)	-1
+	DUP(BOOL)
+	JNC LABEL0010
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].0	;a
+	LABEL0010:
+
+	POP(BOOL)	[local+0].1	;b
+DBI FILE 0 LINE 19
+	;or
+	PUSH(BOOL)	[local+0].0	;a
+	DUP(BOOL)
+	JC LABEL0011
+	POP(BOOL)
+	PUSH(BOOL)	1
+	LABEL0011:
+
+	POP(BOOL)	[local+0].1	;b
+DBI FILE 0 LINE 20
+	;and
+	PUSH(Flag)	[local+4].0	;x.f
+	DUP(BOOL)
+	JNC LABEL0012
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].0	;a
+	LABEL0012:
+
+	POP(BOOL)	[local+0].1	;b
+DBI FILE 0 LINE 21
+	PUSH(BOOL)	[local+0].0	;a
+	PUSH(BOOL)	[local+0].2	;c
+	XOR(BOOL)
+	POP(BOOL)	[local+0].1	;b
+DBI FILE 0 LINE 22
+	;or
+	PUSH(BOOL)	[local+0].0	;a
+	DUP(BOOL)
+	JC LABEL0013
+	POP(BOOL)
+	;and
+	PUSH(BOOL)	[local+0].3	;d
+	DUP(BOOL)
+	JNC LABEL0014
+	POP(BOOL)
+	PUSH(BOOL)	[local+0].4	;e
+	LABEL0014:
+
+	PUSH(BOOL)	[local+0].2	;c
+	XOR(BOOL)
+	LABEL0013:
+
+	POP(BOOL)	[local+0].1	;b

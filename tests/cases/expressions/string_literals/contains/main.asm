@@ -1,0 +1,16 @@
+DBI FILE 0 LINE 6
+	PUSH97 ;a
+	PUSH98 ;b
+	PUSH-23 ;é
+
+	PUSH120 ;x
+
+	CMP EQ(STRING)
+	POP(BOOL)	[local+0].0	;b
+DBI FILE 0 LINE 7
+
+	PUSH37 ;%
+	PUSH100 ;d
+
+	CMP NE(STRING)
+	POP(BOOL)	[local+0].0	;b

@@ -1,0 +1,1 @@
+	LOCALSET 1 ; 1004 bytes size

@@ -1,0 +1,6 @@
+		;Variable (0): lead ((BYTE),VAR)
+		;Variable (4): r ((UDINT),VAR)
+		;Variable (16): g ((UDINT),VAR)
+		;Variable (64): h ((UDINT),VAR)
+		;Variable (88): t ((UDINT),VAR)
+		;Variable (136): m ((BYTE),VAR)

@@ -1,0 +1,12 @@
+	LOCALDATA 33
+		;Variable (0): l1 ((DINT),VAR)
+		;Variable (4): a ((UDINT),VAR)
+		;Variable (8): l2 ((DINT),VAR)
+		;Variable (12): b ((UDINT),VAR)
+		;Variable (16): l3 ((DINT),VAR)
+		;Variable (20): c ((UDINT),VAR)
+		;Variable (24): l4 ((DINT),VAR)
+		;Variable (28): d ((UDINT),VAR)
+		;Variable (30): e ((BOOL),VAR)
+		;Variable (31): g ((UDINT),VAR)
+		;Variable (32): h ((BOOL),VAR)

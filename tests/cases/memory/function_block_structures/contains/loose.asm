@@ -1,0 +1,33 @@
+	LOCALDATA 6
+	;Read input parameter
+	DUP(UDINT)
+	POP(UDINT)[local+0]	;FB_INSTANCE
+
+	DUP(UDINT)
+	PUSHI(UDINT)
+	POP(UDINT)[local+4]	;p
+
+	DUP(UDINT)
+	PUSH(UDINT)	4
+	ADD(UDINT)
+	POP(UDINT)[local+8]	;a
+
+	DUP(UDINT)
+	PUSH(UDINT)	6
+	ADD(UDINT)
+	POP(UDINT)[local+12]	;b
+
+	DUP(UDINT)
+	PUSH(UDINT)	8	;0x00000008
+	ADD(UDINT)
+	POP(UDINT)[local+16]	;c
+
+	DUP(UDINT)
+	PUSH(UDINT)	16777224	;0x01000008
+	ADD(UDINT)
+	POP(UDINT)[local+20]	;d
+
+	POP(UDINT)
+
+
+	;FunctionBlock body

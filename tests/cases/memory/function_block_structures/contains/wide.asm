@@ -1,0 +1,33 @@
+	LOCALDATA 48
+	;Read input parameter
+	DUP(ULINT)
+	POP(ULINT)[local+0]	;FB_INSTANCE
+
+	DUP(ULINT)
+	PUSHI(ULINT)
+	POP(ULINT)[local+4]	;p
+
+	DUP(ULINT)
+	PUSH(ULINT)	8
+	ADD(ULINT)
+	POP(ULINT)[local+16]	;a
+
+	DUP(ULINT)
+	PUSH(ULINT)	10
+	ADD(ULINT)
+	POP(ULINT)[local+24]	;b
+
+	DUP(ULINT)
+	PUSH(ULINT)	12	;0x0000000C
+	ADD(ULINT)
+	POP(ULINT)[local+32]	;c
+
+	DUP(ULINT)
+	PUSH(ULINT)	16777228	;0x0100000C
+	ADD(ULINT)
+	POP(ULINT)[local+40]	;d
+
+	POP(ULINT)
+
+
+	;FunctionBlock body

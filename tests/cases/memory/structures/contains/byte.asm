@@ -1,0 +1,10 @@
+	LOCALDATA 72
+		;Variable (0): lead ((BYTE),VAR)
+		;Variable (1): t2 ((UDINT),VAR)
+		;Variable (2): mx ((UDINT),VAR)
+		;Variable (10): n9 ((UDINT),VAR)
+		;Variable (12): dp ((UDINT),VAR)
+		;Variable (50): tl ((UDINT),VAR)
+		;Variable (55): by ((BYTE),VAR)
+		;Variable (56): ta ((UDINT),VAR)
+		;Variable (71): last ((BOOL),VAR)

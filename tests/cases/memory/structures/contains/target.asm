@@ -1,0 +1,10 @@
+	LOCALDATA 110
+		;Variable (0): lead ((BYTE),VAR)
+		;Variable (1): t2 ((UDINT),VAR)
+		;Variable (4): mx ((UDINT),VAR)
+		;Variable (16): n9 ((UDINT),VAR)
+		;Variable (20): dp ((UDINT),VAR)
+		;Variable (80): tl ((UDINT),VAR)
+		;Variable (85): by ((BYTE),VAR)
+		;Variable (88): ta ((UDINT),VAR)
+		;Variable (109): last ((BOOL),VAR)

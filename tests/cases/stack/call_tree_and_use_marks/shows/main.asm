@@ -1,0 +1,6 @@
+;;	FUNCTION_idle:
+;;	FUNCTION_lonely:
+FUNCTION_h:
+FUNCTION_f:
+FUNCTION_b:
+FUNCTION_outer:

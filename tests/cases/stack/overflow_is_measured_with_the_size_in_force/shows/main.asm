@@ -1,0 +1,2 @@
+FUNCTION_f:
+FUNCTION___RetainInitialization__:

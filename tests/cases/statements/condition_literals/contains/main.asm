@@ -1,0 +1,72 @@
+	;Program body
+DBI FILE 0 LINE 3
+	;if
+	;then
+DBI FILE 0 LINE 3
+	PUSH(INT)	1
+	POP(INT)	[local+0]	;i
+
+DBI FILE 0 LINE 4
+	;if
+	LABEL0003:
+
+DBI FILE 0 LINE 5
+	;if
+	PUSH(BOOL)	-1
+	JNC LABEL0004
+	;then
+DBI FILE 0 LINE 5
+	PUSH(INT)	3
+	POP(INT)	[local+0]	;i
+	LABEL0004:
+
+DBI FILE 0 LINE 6
+	;if
+	PUSH(BOOL)	-2
+	JNC LABEL0005
+	;then
+DBI FILE 0 LINE 6
+	PUSH(INT)	4
+	POP(INT)	[local+0]	;i
+	LABEL0005:
+
+DBI FILE 0 LINE 7
+	;if
+	;then
+DBI FILE 0 LINE 7
+	PUSH(INT)	5
+	POP(INT)	[local+0]	;i
+
+DBI FILE 0 LINE 8
+	;if
+	;then
+DBI FILE 0 LINE 8
+	PUSH(INT)	7
+	POP(INT)	[local+0]	;i
+
+DBI FILE 0 LINE 9
+	;if
+	LABEL0008:
+
+DBI FILE 0 LINE 10
+	;if
+	LABEL0009:
+	;else
+DBI FILE 0 LINE 10
+	PUSH(INT)	13
+	POP(INT)	[local+0]	;i
+
+DBI FILE 0 LINE 11
+	;if
+	PUSH(INT)	[local+0]	;i
+	PUSH(INT)	14
+	CMP EQ(INT)
+	JNC LABEL0010
+	;then
+DBI FILE 0 LINE 11
+
+	LABEL0010:
+
+
+	
+	RTS

@@ -1,0 +1,112 @@
+	;Program body
+DBI FILE 0 LINE 3
+	;for
+	PUSH(DINT)	1
+	POP(INT)	[local+0]	;i
+	LABEL0002:
+DBI FILE 0 LINE 3
+	PUSH(INT)	1
+	POP(INT)	[local+2]	;j
+	PUSH(INT)	[local+0]	;i
+	PUSH(INT)	1
+	ADD(INT)
+	POP(INT)	[local+0]	;i
+	PUSH(INT)	[local+0]	;i
+	PUSH(DINT)	10
+	CMP LE(INT)
+	JC LABEL0002
+	LABEL0003:
+
+DBI FILE 0 LINE 4
+	;for
+	PUSH(DINT)	1
+	POP(INT)	[local+0]	;i
+	LABEL0004:
+DBI FILE 0 LINE 4
+	PUSH(INT)	1
+	POP(INT)	[local+2]	;j
+	PUSH(INT)	[local+0]	;i
+	PUSH(INT)	2
+	ADD(INT)
+	POP(INT)	[local+0]	;i
+	PUSH(INT)	[local+0]	;i
+	PUSH(DINT)	10
+	CMP LE(INT)
+	JC LABEL0004
+	LABEL0005:
+
+DBI FILE 0 LINE 5
+	;for
+	PUSH(DINT)	10
+	POP(INT)	[local+0]	;i
+	LABEL0006:
+DBI FILE 0 LINE 5
+	PUSH(INT)	1
+	POP(INT)	[local+2]	;j
+	PUSH(INT)	[local+0]	;i
+	PUSH(INT)	-1
+	ADD(INT)
+	POP(INT)	[local+0]	;i
+	PUSH(INT)	[local+0]	;i
+	PUSH(DINT)	1
+	CMP GE(INT)
+	JC LABEL0006
+	LABEL0007:
+
+DBI FILE 0 LINE 6
+	;for
+	PUSH(DINT)	1
+	POP(INT)	[local+0]	;i
+	LABEL0008:
+DBI FILE 0 LINE 6
+	PUSH(INT)	1
+	POP(INT)	[local+2]	;j
+	PUSH(INT)	[local+0]	;i
+	PUSH(INT)	1
+	ADD(INT)
+	POP(INT)	[local+0]	;i
+	PUSH(INT)	[local+0]	;i
+	PUSH(DINT)	1
+	CMP LE(INT)
+	JC LABEL0008
+	LABEL0009:
+
+DBI FILE 0 LINE 7
+	;for
+	PUSH(DINT)	1
+	POP(INT)	[local+0]	;i
+	LABEL0010:
+DBI FILE 0 LINE 7
+	PUSH(INT)	1
+	POP(INT)	[local+2]	;j
+	PUSH(INT)	[local+0]	;i
+	PUSH(INT)	-3
+	ADD(INT)
+	POP(INT)	[local+0]	;i
+	PUSH(INT)	[local+0]	;i
+	PUSH(DINT)	1
+	CMP GE(INT)
+	JC LABEL0010
+	LABEL0011:
+
+DBI FILE 0 LINE 8
+	;for
+	PUSH(DINT)	6
+	POP(INT)	[local+0]	;i
+	LABEL0012:
+DBI FILE 0 LINE 8
+	PUSH(INT)	1
+	POP(INT)	[local+2]	;j
+	PUSH(INT)	[local+0]	;i
+	PUSH(INT)	2
+	ADD(INT)
+	POP(INT)	[local+0]	;i
+	PUSH(INT)	[local+0]	;i
+	PUSH(DINT)	9
+	CMP LE(INT)
+	JC LABEL0012
+	LABEL0013:
+
+
+	
+	RTS

@@ -1,0 +1,70 @@
+	;Program body
+DBI FILE 0 LINE 3
+	;if
+	LABEL0002:
+	PUSH(BOOL)	[local+8].0	;p
+	JNC 
+DBI FILE 0 LINE 3
+	PUSH(INT)	2
+	POP(INT)	[local+0]	;i
+	:
+DBI FILE 0 LINE 4
+	;if
+	LABEL0003:
+	PUSH(BOOL)	[local+8].0	;p
+	JNC LABEL0004
+DBI FILE 0 LINE 4
+	PUSH(INT)	2
+	POP(INT)	[local+0]	;i
+	JMP 
+	;else
+	LABEL0004:
+DBI FILE 0 LINE 4
+	PUSH(INT)	3
+	POP(INT)	[local+0]	;i
+	:
+DBI FILE 0 LINE 5
+	;if
+	LABEL0005:
+	PUSH(BOOL)	[local+8].0	;p
+	JNC LABEL0006
+DBI FILE 0 LINE 5
+	PUSH(INT)	2
+	POP(INT)	[local+0]	;i
+	JMP 
+	LABEL0006:
+	PUSH(BOOL)	[local+8].1	;q
+	JNC 
+DBI FILE 0 LINE 5
+	PUSH(INT)	3
+	POP(INT)	[local+0]	;i
+	:
+DBI FILE 0 LINE 6
+	;if
+	PUSH(BOOL)	[local+8].0	;p
+	JNC LABEL0007
+	;then
+DBI FILE 0 LINE 6
+	PUSH(INT)	1
+	POP(INT)	[local+0]	;i
+	JMP LABEL0008
+	LABEL0007:
+	PUSH(BOOL)	1
+	JNC LABEL0009
+DBI FILE 0 LINE 6
+	PUSH(INT)	2
+	POP(INT)	[local+0]	;i
+	JMP LABEL0008
+	LABEL0009:
+	PUSH(BOOL)	0
+	JNC LABEL0008
+DBI FILE 0 LINE 6
+	PUSH(INT)	3
+	POP(INT)	[local+0]	;i
+	LABEL0008:
+DBI FILE 0 LINE 7
+	PUSH(INT)	5
+	POP(INT)	[local+0]	;i
+
+	
+	RTS

@@ -1,0 +1,1 @@
+	PUSH(SINT)	[local+0]	;s

@@ -1,0 +1,14 @@
+	LOCALDATA 16
+		;Variable (0): x ((INT),VAR_IN_OUT)
+		;Variable (8): y ((INT),VAR_IN_OUT)
+
+	;Read input parameters
+	POP(ULINT)	[local+8]	;y
+	POP(ULINT)	[local+0]	;x
+
+	;Local variable initialization
+
+	;Function body
+DBI FILE 0 LINE 6
+	PUSH*(INT)	[local+8]	;y
+	POP*(INT)	[local+0]	;x

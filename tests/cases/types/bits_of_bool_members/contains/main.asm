@@ -1,0 +1,30 @@
+DBI FILE 0 LINE 22
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+0].0	;s.a
+DBI FILE 0 LINE 23
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+0].1	;s.b
+DBI FILE 0 LINE 24
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+4].0	;s.d
+DBI FILE 0 LINE 25
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+5].3	;s.e[3]
+DBI FILE 0 LINE 26
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+6].0	;s.f
+DBI FILE 0 LINE 27
+	PUSH(BOOL)	1
+	POP(flag)	[local+6].1	;s.g
+DBI FILE 0 LINE 28
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+6].2	;s.h
+DBI FILE 0 LINE 29
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+7].7	;t.b7
+DBI FILE 0 LINE 30
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+8].0	;t.b8
+DBI FILE 0 LINE 31
+	PUSH(BOOL)	1
+	POP(BOOL)	[local+8].1	;t.b9
