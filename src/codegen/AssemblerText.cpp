@@ -68,7 +68,7 @@ std::string CCodeGeneration::GetPointerSuffix() const
 }
 
 // A literal that no rule has reached is of the common type of its kind. A comparison of literals of two kinds
-// stays untyped too, and is a BOOL like any other; what one operand makes of it keeps that type.
+// stays untyped too, and is a BOOL like any other; so is what the operators that let it pass make of it.
 const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
 {
     if (pNode->pType) return pNode->pType;
@@ -82,11 +82,15 @@ const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
         case GREATER_EQUAL:
         case LESS_EQUAL:
         case GREATER:
-        case LESS: return m_Norvane.m_DataTypes.FindType("BOOL");
+        case LESS:
         case UNARY_MINUS:
         case NOT:
         case ABS:
-        case SQRT: return GetNodeType(pNode->Child(0));
+        case SQRT:
+        case POWER:
+        case MIN:
+        case MAX:
+        case EXP_LIST: return m_Norvane.m_DataTypes.FindType("BOOL");
         default: return nullptr;
     }
 }

@@ -14,6 +14,7 @@
 #include "model/Variable.h"
 #include "semantics/Norvane.h"
 #include "target/MemoryHandler.h"
+#include "target/MemoryMath.h"
 
 #include <algorithm>
 #include <limits>
@@ -220,8 +221,8 @@ void CCodeGeneration::WriteMemberSlot(const CTypeStructFB* pStruct, int position
     if (pMember->IsInOut()) WriteTabLine("PUSHI" + pointer);
 
     // Kept: the first slot is named 4 whatever the size of a pointer is.
-    const int slot = position == 0 ? 4 : (position + 1) * m_MemoryHandler->GetPointerSlotSize();
-    WriteTabLine("POP" + pointer + FormatText("[local+%d]\t;", slot) + pMember->m_Name + "\n");
+    const std::string slot = position == 0 ? "4" : GetSlotText(position);
+    WriteTabLine("POP" + pointer + "[local+" + slot + "]\t;" + pMember->m_Name + "\n");
 }
 
 void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
@@ -235,8 +236,9 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     if (pStruct->m_Align == -1) m_MemoryHandler->ComputeLayout(pStruct, nullptr, 0);
 
     // The block's own memory holds pointers only: the instance, and one slot for each of its variables.
-    const int slots = static_cast<int>(pPou->m_Parameters.size()) + 1;
-    pPou->m_LocalSize = slots * m_PointerType->m_Align;
+    // Kept: counted by the alignment of a pointer, even where a slot is larger.
+    const std::int64_t slots = static_cast<std::int64_t>(pPou->m_Parameters.size()) + 1;
+    pPou->m_LocalSize = ToStoredBytes(slots * m_PointerType->m_Align);
     WriteTabLine(FormatText("LOCALDATA %d", std::max(pPou->m_LocalSize, 1)));
     m_CurrentFb = pPou;
     if (pStruct->m_Members.empty()) EndProgram(1, "error: function block " + pPou->m_Name + " has no variables");

@@ -75,7 +75,8 @@ const CMember* CCodeGeneration::FindCurrentFbMember(const CVariable* pVariable, 
 // The slot behind the instance pointer in which the frame has put the member's address.
 std::string CCodeGeneration::GetSlotText(int position) const
 {
-    return FormatText("%d", (position + 1) * m_MemoryHandler->GetPointerSlotSize());
+    const std::int64_t slotNumber = std::int64_t{position} + 1;   // behind the slot of the instance
+    return FormatText("%lld", static_cast<long long>(slotNumber * m_MemoryHandler->GetPointerSlotSize()));
 }
 
 //	PUSH(UDINT) [local+8]	;&x         the slot
