@@ -1,0 +1,1 @@
+; PROGRAM: main,	 file 100%d %s.st,	 line 1

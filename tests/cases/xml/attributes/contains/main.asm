@@ -1,0 +1,4 @@
+	DBI POU_BEGIN
+
+	it is "quoted"
+	LOCALSET 2 ; 2 bytes size

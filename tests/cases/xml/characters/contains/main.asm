@@ -1,0 +1,13 @@
+	DBI POU_BEGIN
+
+	ιθ
+	€
+	
+	“
+	?
+	 
+	
+	ι
+	ι
+	?.?.
+	LOCALSET 2 ; 2 bytes size
