@@ -9,8 +9,6 @@ need_test_libraries
 install_missing
 
 export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
-# Syntax trees live until the process ends, which is wanted and no leak.
-export ASAN_OPTIONS="detect_leaks=0"
 
 for preset in asan release; do
     echo "== $preset: configure and build"
