@@ -72,17 +72,12 @@ std::string CCodeGeneration::GetPointerSuffix() const
 const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
 {
     if (pNode->pType) return pNode->pType;
+    if (IsComparison(pNode->nKind)) return m_Norvane.m_DataTypes.FindType("BOOL");
     switch (pNode->nKind) {
         case IMM_INTEGER: return m_Norvane.m_DataTypes.FindType("INT");
         case IMM_REAL: return m_Norvane.m_DataTypes.FindType("REAL");
         case TRUE:
         case FALSE:
-        case EQUAL:
-        case NOT_EQUAL:
-        case GREATER_EQUAL:
-        case LESS_EQUAL:
-        case GREATER:
-        case LESS:
         case UNARY_MINUS:
         case NOT:
         case ABS:

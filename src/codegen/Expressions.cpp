@@ -314,11 +314,6 @@ std::string CCodeGeneration::GetFunctionLabel(const CPou* pPou) const
     return pPou->m_Name + FormatText("__%d", index);
 }
 
-static bool IsAggregate(const CType* pType)
-{
-    return pType && pType->IsAggregate();
-}
-
 // A call that resolves to a program fails without a message.
 bool CCodeGeneration::IsProgramCall(const CNode* pNode) const
 {

@@ -84,11 +84,6 @@ private:
 
 }   // namespace
 
-static bool IsAggregate(const CType* pType)
-{
-    return pType && pType->IsAggregate();
-}
-
 static const CInitArray* AsInitArray(const CInitValue* pInit)
 {
     return pInit && pInit->IsArray() ? static_cast<const CInitArray*>(pInit) : nullptr;

@@ -14,11 +14,6 @@
 
 #include <algorithm>
 
-static bool IsAggregate(const CType* pType)
-{
-    return pType && pType->IsAggregate();
-}
-
 // A use of a constant that its value has replaced: a literal that still knows its variable.
 static bool IsReplacedConstant(const CNode* pNode)
 {

@@ -46,11 +46,6 @@ struct CCodeGeneration::AccessPath
     bool HasBoolElements() const { return pLastArray && pLastArray->m_Element && pLastArray->m_Element->IsBool(); }
 };
 
-static bool IsAggregate(const CType* pType)
-{
-    return pType && pType->IsAggregate();
-}
-
 static bool HasSteps(const CNode* pNode)
 {
     return pNode->GetChildCount() > 1;

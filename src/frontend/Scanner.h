@@ -37,6 +37,9 @@ extern CStringLiteral* pCurrentString;      // the literal under construction or
 // The next token's code, 0 at the end of the input.
 int yylex();
 
+// The token's text as a string; the heap copy is freed. Null gives an empty text.
+std::string TakeText(char* szText);
+
 // Binds the scanner to the object that classifies names and takes its messages.
 void SetScannerContext(CNorvane& norvane);
 // The text that the next yylex reads from its start. CR before LF must have been dropped already. Neither

@@ -47,6 +47,12 @@ YYCONDTYPE g_Condition = yycINITIAL;
 
 }   // namespace
 
+std::string TakeText(char* szText)
+{
+    const std::unique_ptr<char[]> owned(szText);
+    return owned ? std::string(owned.get()) : std::string();
+}
+
 void SetScannerContext(CNorvane& norvane)
 {
     g_Context = &norvane;

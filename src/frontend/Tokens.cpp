@@ -23,6 +23,19 @@ std::string_view GetTokenText(int token)
     return g_TokenTexts[static_cast<std::size_t>(index)];
 }
 
+bool IsComparison(int kind)
+{
+    switch (kind) {
+        case EQUAL:
+        case NOT_EQUAL:
+        case GREATER_EQUAL:
+        case LESS_EQUAL:
+        case GREATER:
+        case LESS: return true;
+        default: return false;
+    }
+}
+
 std::string GetOperatorText(int kind)
 {
     constexpr int firstNamedKind = 255;

@@ -15,5 +15,8 @@ enum Token : int
 // The token's text as messages and dumps show it, without quotes; empty for an unknown number.
 std::string_view GetTokenText(int token);
 
+// One of = <> >= <= > <.
+bool IsComparison(int kind);
+
 // An operator as messages show it: the character itself below 255, the token's text from there on.
 std::string GetOperatorText(int kind);

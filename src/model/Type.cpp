@@ -145,3 +145,14 @@ CTypeStructFB* CType::AsStructFB()
 {
     return IsStructFB() ? static_cast<CTypeStructFB*>(m_Base) : nullptr;
 }
+
+bool IsSameType(const CType* pFirst, const CType* pSecond)
+{
+    if (!pFirst || !pSecond) return pFirst == pSecond;
+    return pFirst->GetBaseType() == pSecond->GetBaseType();
+}
+
+bool IsAggregate(const CType* pType)
+{
+    return pType && pType->IsAggregate();
+}

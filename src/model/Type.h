@@ -82,3 +82,9 @@ private:
     CType* m_Base = this;                          // followed through all aliases at construction
     Group m_Group = Group::None;
 };
+
+// Whether both stand for one type once aliases are resolved. A type that isn't known (null) equals only another.
+bool IsSameType(const CType* pFirst, const CType* pSecond);
+
+// Whether the type is an array or a structure; an unknown one (null) is neither.
+bool IsAggregate(const CType* pType);

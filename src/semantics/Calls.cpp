@@ -2,6 +2,7 @@
 
 #include "semantics/Norvane.h"
 
+#include "frontend/Scanner.h"
 #include "model/ArrayIndex.h"
 #include "model/Member.h"
 #include "model/Pou.h"
@@ -15,18 +16,6 @@
 // The kind of a call that could not be built. It is no valid kind; no such tree is ever generated, since an
 // error has been counted.
 static constexpr int g_NoCall = 0;
-
-static std::string TakeText(char* szText)
-{
-    std::string text = szText ? szText : "";
-    delete[] szText;
-    return text;
-}
-
-static bool HasSameType(const CType* pFirst, const CType* pSecond)
-{
-    return pFirst && pSecond && pFirst->GetBaseType() == pSecond->GetBaseType();
-}
 
 static bool IsConstantVariable(const CNode* pNode)
 {
@@ -102,7 +91,7 @@ static void CheckTypedActual(CNorvane& norvane, const CNode* pActual, const CFun
         return;
     }
     if (norvane.IsPoison(pActual)) return;
-    if (!HasSameType(pActual->pType, formal.m_Type)) {
+    if (!IsSameType(pActual->pType, formal.m_Type)) {
         errors.ErrParameterMismatch(*pActual, function, index, pActual->location);
         return;
     }
@@ -183,7 +172,7 @@ static void CheckFbValueType(CNorvane& norvane, const FbParameter& parameter)
         norvane.CheckImmediate(pMemberType, pValue, /*bReport=*/true);
         return;
     }
-    if (norvane.IsPoison(pValue) || HasSameType(pMemberType, pValue->pType)) return;
+    if (norvane.IsPoison(pValue) || IsSameType(pMemberType, pValue->pType)) return;
     norvane.m_Errors.ErrTypeMismatch(pMemberType, pValue->pType, pValue->location);
 }
 

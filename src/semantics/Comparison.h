@@ -17,8 +17,3 @@ template <typename Number> std::optional<bool> CompareNumbers(int op, Number a, 
     default: return std::nullopt;
     }
 }
-
-inline bool IsComparison(int op)
-{
-    return CompareNumbers(op, 0, 0).has_value();
-}

@@ -3,6 +3,7 @@
 
 #include "semantics/Norvane.h"
 
+#include "frontend/Scanner.h"
 #include "model/Member.h"
 #include "model/Type.h"
 #include "model/TypeArray.h"
@@ -17,13 +18,6 @@ static std::unique_ptr<CInitValue> CloneOrNull(const CInitValue* pValue)
 static std::unique_ptr<CArrayOfArrayIndex> CloneOrNull(const CArrayOfArrayIndex* pIndex)
 {
     return pIndex ? pIndex->Clone() : nullptr;
-}
-
-// The scanner's heap texts become strings here; whoever takes one over frees it.
-static std::string TakeText(char* szText)
-{
-    const std::unique_ptr<char[]> owned(szText);
-    return owned ? std::string(owned.get()) : std::string();
 }
 
 // ---- Blocks.

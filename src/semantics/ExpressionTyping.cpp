@@ -9,12 +9,6 @@
 
 #include <algorithm>
 
-static bool IsSameType(const CType* pLeft, const CType* pRight)
-{
-    if (!pLeft || !pRight) return pLeft == pRight;
-    return pLeft->GetBaseType() == pRight->GetBaseType();
-}
-
 static bool AreBothTyped(const CNode* pLeft, const CNode* pRight)
 {
     return pLeft->pType && pRight->pType;

@@ -14,11 +14,6 @@
 #include <cstdio>
 #include <limits>
 
-static bool IsSameType(const CType* pLeft, const CType* pRight)
-{
-    return pLeft && pRight && pLeft->GetBaseType() == pRight->GetBaseType();
-}
-
 // Sums stop at the ends of 64 bits: no array is that long, and a repeat count may be any number.
 static std::int64_t AddSaturating(std::int64_t a, std::int64_t b)
 {

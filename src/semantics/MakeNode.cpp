@@ -12,15 +12,6 @@
 
 #include <cstdio>
 
-// The scanner's heap texts become strings here; whoever takes one over frees it.
-static std::string TakeText(char* szText)
-{
-    if (!szText) return {};
-    std::string text = szText;
-    delete[] szText;
-    return text;
-}
-
 // The whole pipeline, in this order: folding may turn an operator into a literal, and typing then has
 // nothing left to say about it.
 CNode* CNorvane::MakeNode(int kind, const SourceLocation& location, std::initializer_list<CNode*> children)
