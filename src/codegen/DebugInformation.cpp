@@ -236,8 +236,7 @@ void CCodeGeneration::AddTypeElement(CXmlNode* pList, const CType* pType) const
 {
     CXmlNode* pElement = pList->AddChild("TYPE");
     pElement->SetAttribute("name", pType->m_Name);
-    const CTypeStruct* pStruct = pType->IsNotAlias() ? pType->AsStruct() : nullptr;
-    if (pStruct) {
+    if (const CTypeStruct* pStruct = pType->AsStruct()) {   // an alias of a structure shows its members, too
         pElement->SetAttribute("type", pStruct->IsStructFB() ? "FUNCTION_BLOCK" : "STRUCT");
         for (const std::unique_ptr<CMember>& pMember : pStruct->m_Members)
             AddMemberElement(pElement, pStruct, pMember.get());
