@@ -20,5 +20,5 @@ inline constexpr Workload g_Workloads[] = {
     {"sum", 100'000, MakeSum},
     {"calls", 50'000, MakeCalls},
     {"nested_structures", 100'000, MakeNestedStructures},
-    {"fb_parameters", 100'000, MakeFbParameters},
+    {"fb_parameters", 50'000, MakeFbParameters},
 };
