@@ -74,19 +74,19 @@ const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
     if (pNode->pType) return pNode->pType;
     if (IsComparison(pNode->nKind)) return m_Norvane.m_DataTypes.FindType("BOOL");
     switch (pNode->nKind) {
-        case IMM_INTEGER: return m_Norvane.m_DataTypes.FindType("INT");
-        case IMM_REAL: return m_Norvane.m_DataTypes.FindType("REAL");
-        case TRUE:
-        case FALSE:
-        case UNARY_MINUS:
-        case NOT:
-        case ABS:
-        case SQRT:
-        case POWER:
-        case MIN:
-        case MAX:
-        case EXP_LIST: return m_Norvane.m_DataTypes.FindType("BOOL");
-        default: return nullptr;
+    case IMM_INTEGER: return m_Norvane.m_DataTypes.FindType("INT");
+    case IMM_REAL: return m_Norvane.m_DataTypes.FindType("REAL");
+    case TRUE:
+    case FALSE:
+    case UNARY_MINUS:
+    case NOT:
+    case ABS:
+    case SQRT:
+    case POWER:
+    case MIN:
+    case MAX:
+    case EXP_LIST: return m_Norvane.m_DataTypes.FindType("BOOL");
+    default: return nullptr;
     }
 }
 

@@ -11,10 +11,6 @@
 
 class CArrayOfArrayIndex;
 class CErrorHandler;
-class CFunction;
-class CInitArray;
-class CInitStruct;
-class CInitValue;
 class CMember;
 class CMemoryHandler;
 class CNode;
@@ -58,15 +54,15 @@ public:
     virtual ~CCodeGeneration() = default;
 
     // The output file and the texts that instructions are made of (AssemblerText.cpp).
-    void WriteText(std::string_view text);
-    void WriteLine(std::string_view text);
-    void WriteTabLine(std::string_view text);
+    void WriteText(std::string_view text);            // an internal fault while no output is open
+    void WriteLine(std::string_view text);            // and a line end
+    void WriteTabLine(std::string_view text);         // behind a tab, and a line end
     void WriteHeader(std::string_view name, std::string_view fileTime, std::string_view fileVersion,
                      std::string_view buildNumber);
     std::string GetTypeSuffix(const CType* pType) const;          // "(INT)"; the pointer type's for aggregates
-    std::string GetPointerSuffix() const;
+    std::string GetPointerSuffix() const;                         // of the target's pointer type
     std::string GetAreaPrefix(const CVariable* pVariable) const;  // "local+", "global+", "retain+" or nothing
-    std::string GetVarBlockName(const CVariable* pVariable) const;
+    std::string GetVarBlockName(const CVariable* pVariable) const;      // "VAR_INPUT"
     std::string GetVariableOperand(const CVariable* pVariable) const;   // "(INT) [local+4] ; count"
     // The decimal offset; with a bit above 0 the bit travels in the top eight bits, and the hexadecimal
     // form follows as a comment.
@@ -77,16 +73,17 @@ public:
     // Trees (Expressions.cpp, Statements.cpp, FbCalls.cpp).
     void GenerateNode(CNode* pNode, std::string& text);
     void GenerateStatementList(const CNode* pList, std::string& text);
-    static bool IsFalseLiteral(const CNode* pNode);
-    static bool IsTrueLiteral(const CNode* pNode);
+    static bool IsFalseLiteral(const CNode* pNode);   // FALSE or 0
+    static bool IsTrueLiteral(const CNode* pNode);    // TRUE or 1
 
     // Variables (VariableAccess.cpp). The text ends without a line end.
     void GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text);
-    void GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, std::string& text);
+    void GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, std::string& text);   // of the current block
     // Distance between elements: bytes, or bits if the elements are BOOL. Dimension -1: of a whole element.
-    std::int64_t GetElementStride(const CType* pArrayType, const CArrayOfArrayIndex* pIndex, int level, int dimension) const;
-    std::int64_t GetCopySize(const CMember* pMember, const CNode* pValue);
-    static int CountIndexLevels(const CNode* pNode);
+    std::int64_t GetElementStride(const CType* pArrayType, const CArrayOfArrayIndex* pIndex, int level,
+                                  int dimension) const;
+    std::int64_t GetCopySize(const CMember* pMember, const CNode* pValue);      // bytes
+    static int CountIndexLevels(const CNode* pNode);                            // of a path; 0 for a plain name
     // Constant position of a subscript list in its array, from 0; -1 if a subscript isn't constant.
     std::int64_t EvalLinearIndex(const CNode* pList, const CArrayOfArrayIndex* pIndex, int level);
 
@@ -102,14 +99,15 @@ public:
     void GenerateVariableInit(const CVariable* pVariable, std::string& text);   // uses m_Area
 
     // After the last source (StackAnalysis.cpp, DebugInformation.cpp).
-    void WriteCallTree(CXmlNode& root);
-    std::string GetStatistics() const;
+    void WriteCallTree(CXmlNode& root);           // marks the POUs that are used and reports stacks that overflow
+    std::string GetStatistics() const;            // ends in a line end
     // The output's name with ".dbi" in the place of ".asm" and what follows it; behind the whole name if ".asm"
     // stands at its start, is missing, or stands there twice.
     static std::string GetDebugName(const std::string& outputName);
     // Writes the debug file that belongs to the output; false if it could not be written.
     bool WriteDebugInformation(const std::string& outputName);
-    static std::uint16_t ComputeSign(std::string_view text);
+    static std::uint16_t ComputeSign(std::string_view text);      // the checksum of the debug file
+    // "[40,4][2]": the stride of each dimension in a type text "INT[0..1,0..9][0..1]", the innermost being given.
     static std::string MakeDisplacement(std::string_view typeText, std::int64_t size);
 
     std::int64_t m_MaxNestedDepth = 0;        // bytes: sum of all the programs' deepest use

@@ -165,7 +165,8 @@ static void AddPouElement(CXmlNode* pList, CPou* pPou)
     pElement->SetAttribute("used", pPou->m_Used);
 }
 
-// <VARIABLE name="a" datatype="INT[0..9]" displacement="[2]" type="VAR_GLOBAL" segment="2" offset="12" constant="False"/>
+// <VARIABLE name="a" datatype="INT[0..9]" displacement="[2]" type="VAR_GLOBAL" segment="2" offset="12"
+//           constant="False"/>
 void CCodeGeneration::AddVariableElement(CXmlNode* pList, const CVariable* pVariable, DebugSigns& signs) const
 {
     const CType* pType = GetDebugType(pVariable->m_Type);
@@ -231,12 +232,12 @@ void CCodeGeneration::AddMemberElement(CXmlNode* pParent, const CTypeStruct* pSt
 
 // <TYPE name="point" type="STRUCT"><MEMBER .../></TYPE>
 // <TYPE name="INT" datatype="INT" align="2" size="16"/>
-// An alias is of the second kind, whatever it renames.
+// An alias takes the kind of what it renames, and an array is of the second kind.
 void CCodeGeneration::AddTypeElement(CXmlNode* pList, const CType* pType) const
 {
     CXmlNode* pElement = pList->AddChild("TYPE");
     pElement->SetAttribute("name", pType->m_Name);
-    if (const CTypeStruct* pStruct = pType->AsStruct()) {   // an alias of a structure shows its members, too
+    if (const CTypeStruct* pStruct = pType->AsStruct()) {
         pElement->SetAttribute("type", pStruct->IsStructFB() ? "FUNCTION_BLOCK" : "STRUCT");
         for (const std::unique_ptr<CMember>& pMember : pStruct->m_Members)
             AddMemberElement(pElement, pStruct, pMember.get());

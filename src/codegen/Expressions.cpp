@@ -19,64 +19,64 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
 {
     if (!pNode) InternalFault("a tree has no node where code is generated");
     switch (pNode->nKind) {
-        case '+':
-        case '-':
-        case '*':
-        case '/':
-        case MOD:
-        case POWER:
-        case EQUAL:
-        case NOT_EQUAL:
-        case GREATER_EQUAL:
-        case LESS_EQUAL:
-        case GREATER:
-        case LESS:
-        case OR:
-        case XOR:
-        case AND: GenerateOperatorChain(pNode, text); return;   // ends each of its nodes itself
+    case '+':
+    case '-':
+    case '*':
+    case '/':
+    case MOD:
+    case POWER:
+    case EQUAL:
+    case NOT_EQUAL:
+    case GREATER_EQUAL:
+    case LESS_EQUAL:
+    case GREATER:
+    case LESS:
+    case OR:
+    case XOR:
+    case AND: GenerateOperatorChain(pNode, text); return;   // ends each of its nodes itself
 
-        case IMM_INTEGER: GenerateInteger(pNode, text); break;
-        case IMM_REAL: GenerateReal(pNode, text); break;
-        case TRUE: text += "\tPUSH(BOOL)\t1"; break;
-        case FALSE: text += "\tPUSH(BOOL)\t0"; break;
-        case STR_DIR: GenerateStringLiteral(pNode, text); break;
-        case IDENTIFIER:
-        case DOT:
-        case ARRAY_ELEMENT: GenerateVariableAccess(pNode, AccessMode::Read, text); break;
-        case CAST_FUNCTION_CALL: GenerateCast(pNode, text); break;
-        case FUNCTION_CALL: GenerateFunctionCall(pNode, text); break;
-        case ERROR_: GenerateFailedCall(pNode, text); break;
+    case IMM_INTEGER: GenerateInteger(pNode, text); break;
+    case IMM_REAL: GenerateReal(pNode, text); break;
+    case TRUE: text += "\tPUSH(BOOL)\t1"; break;
+    case FALSE: text += "\tPUSH(BOOL)\t0"; break;
+    case STR_DIR: GenerateStringLiteral(pNode, text); break;
+    case IDENTIFIER:
+    case DOT:
+    case ARRAY_ELEMENT: GenerateVariableAccess(pNode, AccessMode::Read, text); break;
+    case CAST_FUNCTION_CALL: GenerateCast(pNode, text); break;
+    case FUNCTION_CALL: GenerateFunctionCall(pNode, text); break;
+    case ERROR_: GenerateFailedCall(pNode, text); break;
 
-        case UNARY_MINUS: GenerateUnary(pNode, "\tNEG", text); break;
-        case NOT: GenerateUnary(pNode, "\tNOT", text); break;
-        case ABS: GenerateUnary(pNode, "\tABS", text); break;
-        case SQRT: GenerateUnary(pNode, "\tSQRT", text); break;
-        case SHL: GenerateShift(pNode, "\tSHL", text); break;
-        case SHR: GenerateShift(pNode, "\tSHR", text); break;
-        case ROL: GenerateShift(pNode, "\tROL", text); break;
-        case ROR: GenerateShift(pNode, "\tROR", text); break;
-        case MULDIV: GenerateMulDiv(pNode, text); break;
-        case MIN: GenerateMinMax(pNode, "\tMIN", text); break;
-        case MAX: GenerateMinMax(pNode, "\tMAX", text); break;
-        case LIMIT: GenerateLimit(pNode, text); break;
+    case UNARY_MINUS: GenerateUnary(pNode, "\tNEG", text); break;
+    case NOT: GenerateUnary(pNode, "\tNOT", text); break;
+    case ABS: GenerateUnary(pNode, "\tABS", text); break;
+    case SQRT: GenerateUnary(pNode, "\tSQRT", text); break;
+    case SHL: GenerateShift(pNode, "\tSHL", text); break;
+    case SHR: GenerateShift(pNode, "\tSHR", text); break;
+    case ROL: GenerateShift(pNode, "\tROL", text); break;
+    case ROR: GenerateShift(pNode, "\tROR", text); break;
+    case MULDIV: GenerateMulDiv(pNode, text); break;
+    case MIN: GenerateMinMax(pNode, "\tMIN", text); break;
+    case MAX: GenerateMinMax(pNode, "\tMAX", text); break;
+    case LIMIT: GenerateLimit(pNode, text); break;
 
-        case DIRECT_VARIABLE: ReportNoVariable(pNode); break;   // the tree holds no address to read
+    case DIRECT_VARIABLE: ReportNoVariable(pNode); break;   // the tree holds no address to read
 
-        case ASSIGN: GenerateAssignment(pNode, text); break;
-        case IF: GenerateIf(pNode, text); break;
-        case WHILE: GenerateWhile(pNode, text); break;
-        case REPEAT: GenerateRepeat(pNode, text); break;
-        case FOR:
-            if (!GenerateFor(pNode, text)) return;
-            break;
-        case CASE: GenerateCase(pNode, text); break;
-        case EXIT:
-            if (!GenerateExit(pNode, text)) return;
-            break;
-        case RETURN: text += "\tJMP " + m_Label.GetReturnLabel(); break;
-        case FUNCTION_BLOCK: GenerateFbCall(pNode, text); break;
-        case SYSTEM: AppendFormat(text, "\tSYS %d", static_cast<std::int32_t>(pNode->Child(0)->nValue)); break;
-        default: break;
+    case ASSIGN: GenerateAssignment(pNode, text); break;
+    case IF: GenerateIf(pNode, text); break;
+    case WHILE: GenerateWhile(pNode, text); break;
+    case REPEAT: GenerateRepeat(pNode, text); break;
+    case FOR:
+        if (!GenerateFor(pNode, text)) return;
+        break;
+    case CASE: GenerateCase(pNode, text); break;
+    case EXIT:
+        if (!GenerateExit(pNode, text)) return;
+        break;
+    case RETURN: text += "\tJMP " + m_Label.GetReturnLabel(); break;
+    case FUNCTION_BLOCK: GenerateFbCall(pNode, text); break;
+    case SYSTEM: AppendFormat(text, "\tSYS %d", static_cast<std::int32_t>(pNode->Child(0)->nValue)); break;
+    default: break;
     }
     text += '\n';
 }

@@ -11,9 +11,7 @@
 #include "model/Type.h"
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
-#include "semantics/Norvane.h"
 #include "semantics/Wrapping.h"
-#include "target/MemoryHandler.h"
 
 // How the members of the called instance are reached.
 enum class InstancePlace
@@ -147,21 +145,21 @@ void CCodeGeneration::GenerateInputToMemory(const FbParameter& parameter, std::s
 void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& parameter, std::string& text)
 {
     switch (call.place) {
-        case InstancePlace::Memory: GenerateInputToMemory(parameter, text); break;
-        case InstancePlace::Pointer:
-            GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
-            GeneratePointedMember(call, parameter, text);
-            text += "\tPOPI" + parameter.suffix + "\n";
-            break;
-        case InstancePlace::BodyMemory:
-            GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
-            text += "\tPOP" + parameter.suffix + "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
-            break;
-        case InstancePlace::BodyMember:
-            GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
-            GenerateSlotMember(call, parameter, text);
-            text += "\tPOPI" + (parameter.isInOut ? GetPointerSuffix() : parameter.suffix) + "\n";
-            break;
+    case InstancePlace::Memory: GenerateInputToMemory(parameter, text); break;
+    case InstancePlace::Pointer:
+        GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
+        GeneratePointedMember(call, parameter, text);
+        text += "\tPOPI" + parameter.suffix + "\n";
+        break;
+    case InstancePlace::BodyMemory:
+        GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
+        text += "\tPOP" + parameter.suffix + "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
+        break;
+    case InstancePlace::BodyMember:
+        GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
+        GenerateSlotMember(call, parameter, text);
+        text += "\tPOPI" + (parameter.isInOut ? GetPointerSuffix() : parameter.suffix) + "\n";
+        break;
     }
 }
 
@@ -205,9 +203,11 @@ void CCodeGeneration::GenerateOutputFromMemory(const FbParameter& parameter, std
 }
 
 // Kept: what follows the output's value isn't the store into its target but the last value assigned in this
-// call. A call that assigns none has nothing to write here and can't be generated.
+// call. A call that assigns none has nothing to write here and can't be generated. Kept, too: the last line stays
+// open, so unlike behind all other calls no empty line follows.
 void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, std::string& text)
 {
+    if (text.back() != '\n') text += '\n';   // left open by the output before
     GeneratePointedMember(call, parameter, text);
     text += "\tPUSHI" + parameter.suffix + "\n";
     if (!call.pLastAssigned) {
@@ -216,22 +216,23 @@ void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbPara
                       ": the call of " + call.pInstance->m_Name + " takes an output and assigns no input");
     }
     GenerateValueOrAddress(call.pLastAssigned, parameter.isInOut, text);
+    text.pop_back();
 }
 
 void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& parameter, std::string& text)
 {
     switch (call.place) {
-        case InstancePlace::Memory: GenerateOutputFromMemory(parameter, text); break;
-        case InstancePlace::Pointer: GenerateOutputFromPointer(call, parameter, text); break;
-        case InstancePlace::BodyMemory:   // kept: blanks in front of the bracket and behind the ";"
-            text += "\tPUSH" + parameter.suffix + " " + parameter.memory + "\t; " + parameter.comment + "\n";
-            GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
-            break;
-        case InstancePlace::BodyMember:
-            GenerateSlotMember(call, parameter, text);
-            text += "\tPUSHI" + parameter.suffix + "\n";
-            GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
-            break;
+    case InstancePlace::Memory: GenerateOutputFromMemory(parameter, text); break;
+    case InstancePlace::Pointer: GenerateOutputFromPointer(call, parameter, text); break;
+    case InstancePlace::BodyMemory:   // kept: blanks in front of the bracket and behind the ";"
+        text += "\tPUSH" + parameter.suffix + " " + parameter.memory + "\t; " + parameter.comment + "\n";
+        GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
+        break;
+    case InstancePlace::BodyMember:
+        GenerateSlotMember(call, parameter, text);
+        text += "\tPUSHI" + parameter.suffix + "\n";
+        GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
+        break;
     }
 }
 

@@ -145,7 +145,8 @@ void CInitWalk::EnterArray(const CTypeArray* pArray, std::int64_t offset, const 
     if (!pArray->m_Element) return;
     if (!IsAggregate(pArray->m_Element)) {
         // Elements have no defaults here: without an initialiser nothing is written, whatever their number.
-        if (const CInitArray* pValues = AsInitArray(pInit)) WriteScalarElements(*pArray, *pValues, offset, count, stride);
+        const CInitArray* pValues = AsInitArray(pInit);
+        if (pValues) WriteScalarElements(*pArray, *pValues, offset, count, stride);
         return;
     }
     InitFrame frame;

@@ -30,7 +30,8 @@ void CCodeGeneration::ReadStackSettings()
         m_ParameterStackMaxSize = pNode->GetAttributeInt("maxsize", 2048);
         m_ParameterStackBytes = pNode->GetAttributeInt("size", 256);
         if (m_Norvane.m_ParameterStackSize > 0) m_ParameterStackBytes = m_Norvane.m_ParameterStackSize;
-        if (m_ParameterStackBytes > m_ParameterStackMaxSize) m_ErrorHandler->ErrParameterStackSize(m_ParameterStackMaxSize);
+        if (m_ParameterStackBytes > m_ParameterStackMaxSize)
+            m_ErrorHandler->ErrParameterStackSize(m_ParameterStackMaxSize);
     }
 }
 
@@ -83,7 +84,8 @@ void CCodeGeneration::WalkCallees(CXmlNode* pParent, const CPou* pPou, std::int6
         CXmlNode* pElement = AddTreeElement(caller.pElement, pCallee, depth);
         m_CurrentDepth = std::max(m_CurrentDepth, depth);
         // The message shows what is missing as a negative number.
-        if (depth > m_ReturnStackBytes) m_ErrorHandler->ErrReturnStackOverflow(m_ReturnStackBytes - depth, pCallee->m_Name);
+        if (depth > m_ReturnStackBytes)
+            m_ErrorHandler->ErrReturnStackOverflow(m_ReturnStackBytes - depth, pCallee->m_Name);
         pCallee->m_Used = true;
         open.push_back({pElement, pCallee, depth, 0});
     }

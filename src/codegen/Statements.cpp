@@ -23,11 +23,11 @@ static bool IsReplacedConstant(const CNode* pNode)
 static bool IsTimeLiteral(const CNode* pNode)
 {
     switch (pNode->nKind) {
-        case TIME_OF_DAY_DIR:
-        case DATE_AND_TIME_DIR:
-        case DATE_DIR:
-        case TIME_DIR: return true;
-        default: return false;
+    case TIME_OF_DAY_DIR:
+    case DATE_AND_TIME_DIR:
+    case DATE_DIR:
+    case TIME_DIR: return true;
+    default: return false;
     }
 }
 

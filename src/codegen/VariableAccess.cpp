@@ -84,11 +84,11 @@ void CCodeGeneration::GenerateFbMemberAccess(const CNode* pNode, FbAccessForm fo
     if (!pMember) InternalFault("a variable is no member of the function block being generated");
 
     switch (form) {
-        case FbAccessForm::Push: text += "\tPUSH"; break;
-        case FbAccessForm::Pop: text += "\tPOP"; break;
-        case FbAccessForm::PushThrough: text += "PUSH*"; break;
-        case FbAccessForm::PopThrough: text += "POP*"; break;
-        default: break;
+    case FbAccessForm::Push: text += "\tPUSH"; break;
+    case FbAccessForm::Pop: text += "\tPOP"; break;
+    case FbAccessForm::PushThrough: text += "PUSH*"; break;
+    case FbAccessForm::PopThrough: text += "POP*"; break;
+    default: break;
     }
     const bool isValue = form != FbAccessForm::Push && !IsAggregate(pMember->m_Type);
     text += isValue ? GetTypeSuffix(pMember->m_Type) : GetPointerSuffix();
@@ -184,17 +184,17 @@ static AccessWords GetAccessWords(const CNode* pNode, AccessMode mode)
     const bool isPointer = pVariable->IsHeldByPointer() && !IsAggregate(pVariable->m_Type);
     AccessWords words{"\tPUSH", isPointer ? "*" : "", pNode->bThroughInOut};
     switch (mode) {
-        case AccessMode::Read: break;
-        case AccessMode::Write: words.mnemonic = "\tPOP"; break;
-        case AccessMode::Address:
-            // The address of what a parameter points at is the pointer itself: this is how it is passed on.
-            if (isPointer) words.asPointer = true;
-            words.star = isPointer ? "" : "&";
-            break;
-        case AccessMode::ReadThrough:
-            words.star = "*";
-            words.asPointer = false;
-            break;
+    case AccessMode::Read: break;
+    case AccessMode::Write: words.mnemonic = "\tPOP"; break;
+    case AccessMode::Address:
+        // The address of what a parameter points at is the pointer itself: this is how it is passed on.
+        if (isPointer) words.asPointer = true;
+        words.star = isPointer ? "" : "&";
+        break;
+    case AccessMode::ReadThrough:
+        words.star = "*";
+        words.asPointer = false;
+        break;
     }
     return words;
 }

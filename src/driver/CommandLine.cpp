@@ -1,19 +1,15 @@
 #include "driver/CommandLine.h"
 
 #include "files/Format.h"
+#include "files/Print.h"
 #include "frontend/MessageTable.h"
 #include "semantics/Norvane.h"
 
-#include <cstdio>
+#include <string_view>
 
 std::string g_OutputFile = "output.asm";
 std::string g_TargetFile;
 const std::string g_TemporaryOutput = "output.asm";
-
-static void Print(std::string_view text)
-{
-    std::fwrite(text.data(), 1, text.size(), stdout);
-}
 
 namespace
 {

@@ -5,6 +5,7 @@
 #include "driver/Version.h"
 #include "files/FileSystem.h"
 #include "files/Format.h"
+#include "files/Print.h"
 #include "frontend/MessageTable.h"
 #include "frontend/Parser.h"
 #include "frontend/Scanner.h"
@@ -12,26 +13,12 @@
 #include "target/TargetCheck.h"
 
 #include <algorithm>
-#include <cstdio>
 
 static constexpr int g_NoTargetMessage = 111;
 static constexpr int g_TargetNotFoundMessage = 112;
 static constexpr std::string_view g_DefaultOutput = "output.asm";
 // What marks the firmware library's temporary source.
 static constexpr std::string_view g_LibraryMark = ".~";
-
-static void Print(std::string_view text)
-{
-    std::fwrite(text.data(), 1, text.size(), stdout);
-}
-
-// Failures of the machine (a full disk, a directory that can't be written) go to standard error.
-static void PrintFailure(std::string_view text)
-{
-    std::fflush(stdout);
-    std::fwrite(text.data(), 1, text.size(), stderr);
-    std::fputc('\n', stderr);
-}
 
 // What a file shows itself as: nothing from the library mark on, and no directories. Only the backslash
 // separates directories here.
@@ -128,12 +115,27 @@ std::string CCompileDriver::FindLastSource() const
     return {};
 }
 
-// The last source's name with its ending replaced, unless -o says another one. The search for the dot
-// doesn't respect directories, which is wanted.
+// A library's source that an earlier run left behind is compiled only where a library is stored.
+bool CCompileDriver::IsPassedOver(const std::string& source) const
+{
+    return m_Norvane.m_LibraryFile.empty() && source.find(g_LibraryMark) != std::string::npos;
+}
+
+// The output is named after the last source that is compiled; if none is, after the last one.
+std::string CCompileDriver::FindNamingSource() const
+{
+    const std::vector<std::optional<std::string>>& sources = m_CommandLine.m_Sources;
+    for (std::size_t slot = sources.size() - 1; slot > 0; --slot)
+        if (sources[slot] && !IsPassedOver(*sources[slot])) return *sources[slot];
+    return m_LastSource;
+}
+
+// The naming source with its ending replaced, unless -o says another name. The search for the dot doesn't
+// respect directories, which is wanted.
 std::string CCompileDriver::DeriveOutputName() const
 {
     if (g_OutputFile != g_DefaultOutput) return g_OutputFile;
-    std::string name = m_LastSource;
+    std::string name = FindNamingSource();
     const std::size_t dot = name.rfind('.');
     if (dot != std::string::npos && dot > 0) name.erase(dot);
     return name + ".asm";
@@ -185,7 +187,7 @@ void CCompileDriver::WriteHeader()
                                  FormatText("%d", m_Norvane.m_ProgramVersion), FormatText("%d", g_BuildNumber));
 }
 
-// Puts the firmware library in front. A library's source that an earlier run left behind is never compiled.
+// Puts the firmware library in front.
 void CCompileDriver::CollectSources()
 {
     if (!m_Norvane.m_LibraryFile.empty()) return;
@@ -195,7 +197,7 @@ void CCompileDriver::CollectSources()
     if (!library.empty()) sources[0] = library;
     if (!library.empty() && !m_CommandLine.m_KeepTemporary) KeepTrackOfTemporaryFile(library);
     for (std::size_t slot = 1; slot < sources.size(); ++slot)
-        if (sources[slot] && sources[slot]->find(g_LibraryMark) != std::string::npos) sources[slot].reset();
+        if (sources[slot] && IsPassedOver(*sources[slot])) sources[slot].reset();
 }
 
 void CCompileDriver::CompileSources()
@@ -272,7 +274,8 @@ void CCompileDriver::FinishOutput()
 int CCompileDriver::PrintSummary()
 {
     const int errorCount = m_Norvane.m_Errors.GetErrorCount();
-    Print(g_OutputFile + FormatText(" - %d error(s), %d warning(s)\n", errorCount, m_Norvane.m_Errors.GetWarningCount()));
+    const int warningCount = m_Norvane.m_Errors.GetWarningCount();
+    Print(g_OutputFile + FormatText(" - %d error(s), %d warning(s)\n", errorCount, warningCount));
     if (errorCount == 0) Print("\n" + m_Norvane.m_Code.GetStatistics() + "\n");
     return m_ExitStatus;
 }

@@ -26,6 +26,8 @@ private:
     void CollectSources();
     void CompileSources();
     bool CompileSource(const std::string& name);
+    bool IsPassedOver(const std::string& source) const;
+    std::string FindNamingSource() const;
     std::string DeriveOutputName() const;
     std::vector<std::string> ListOutputs() const;
     bool OverwritesInput() const;
@@ -36,7 +38,7 @@ private:
     CNorvane& m_Norvane;
     CCommandLine m_CommandLine;
     OutputTextFile m_Output;
-    std::string m_LastSource;          // the last one named, whatever becomes of it later
+    std::string m_LastSource;          // the last one named, whether it is compiled or passed over
     std::string m_LibraryText;         // with -l: the sources' bytes, one behind the other
     int m_ExitStatus = 0;
 };

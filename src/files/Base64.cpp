@@ -89,7 +89,8 @@ static void Decode(std::string_view text, std::string& data, Bytes (*join)(const
         collected = 0;
         const std::size_t count = CountBytes(group);
         Values values{};
-        for (std::size_t k = 0; k < values.size() && k <= count; ++k) values[k] = static_cast<unsigned>(group[k]) & 0x3F;
+        for (std::size_t k = 0; k < values.size() && k <= count; ++k)
+            values[k] = static_cast<unsigned>(group[k]) & 0x3F;
         const Bytes bytes = join(values);
         for (std::size_t k = 0; k < count; ++k) data.push_back(static_cast<char>(bytes[k] & 0xFF));
         if (count < bytes.size()) return;

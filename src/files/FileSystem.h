@@ -11,10 +11,11 @@ bool ReadWholeFile(const std::string& name, std::string& bytes);
 
 bool FileExists(const std::string& name);         // anything of that name, a directory too
 bool IsDirectory(const std::string& name);
-bool IsSpecialFile(const std::string& name);       // a device or a pipe: written as it is, never replaced
+bool IsSpecialFile(const std::string& name);      // a device or a pipe: written as it is, never replaced
 bool IsSameFile(const std::string& a, const std::string& b);   // both exist, however each name spells the way
-bool IsReadableFile(const std::string& name);
+bool IsReadableFile(const std::string& name);     // can be opened
 bool IsWritableFile(const std::string& name);     // exists and could be written to; it isn't touched
+// These two answer whether they succeeded.
 bool RemoveFile(const std::string& name);
 // Renames, over a file of the new name if there is one.
 bool ReplaceFile(const std::string& from, const std::string& to);

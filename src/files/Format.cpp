@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstdarg>
 #include <cstdio>
 #include <limits>
 

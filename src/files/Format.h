@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdarg>
 #include <cstdint>
 #include <string>
 #include <string_view>

@@ -4,15 +4,6 @@
 
 #include <cstddef>
 
-namespace
-{
-
-constexpr std::string_view g_BomUtf16LowFirst = "\xFF\xFE";
-constexpr std::string_view g_BomUtf16HighFirst = "\xFE\xFF";
-constexpr std::string_view g_BomUtf8 = "\xEF\xBB\xBF";
-
-}   // namespace
-
 TextFile::~TextFile()
 {
     Close();

@@ -262,7 +262,8 @@ std::u16string UTF8_TextFileReader::Decode(std::string_view bytes)
             break;
         }
         std::uint32_t value = first & pLead->nMask;
-        for (int k = 0; k < pLead->nFollowing; ++k) value = value << 6 | (static_cast<unsigned char>(bytes[i++]) & 0x3Fu);
+        for (int k = 0; k < pLead->nFollowing; ++k)
+            value = value << 6 | (static_cast<unsigned char>(bytes[i++]) & 0x3Fu);
         AppendCodePoint(units, value);
     }
     return units;

@@ -31,7 +31,7 @@ public:
 protected:
     enum class ByteOrder { LowFirst, HighFirst };
 
-    int ReadByte(int skip);
+    int ReadByte(int skip);                          // as ReadChar
     int ReadUnit(int skip, ByteOrder order);
     int ReadRawLine(std::string& bytes);             // without its line end
     int ReadRawRest(std::string& bytes);

@@ -83,7 +83,7 @@ int UTF16LE_TextFileWriter::WriteString(std::string_view text)
 
 int UTF16LE_TextFileWriter::WriteBom()
 {
-    return Put("\xFF\xFE");
+    return Put(g_BomUtf16LowFirst);
 }
 
 int UTF16BE_TextFileWriter::WriteChar(int ch)
@@ -103,7 +103,7 @@ int UTF16BE_TextFileWriter::WriteString(std::string_view text)
 
 int UTF16BE_TextFileWriter::WriteBom()
 {
-    return Put("\xFE\xFF");
+    return Put(g_BomUtf16HighFirst);
 }
 
 int UTF8_TextFileWriter::WriteChar(int ch)
@@ -133,7 +133,8 @@ int UTF8_TextFileWriter::WriteString(std::string_view text)
 {
     while (!text.empty()) {
         // Plain text goes out in whole stretches: documents hold hardly anything else.
-        const std::size_t plain = static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsAscii) - text.begin());
+        const auto plainEnd = std::find_if_not(text.begin(), text.end(), IsAscii);
+        const std::size_t plain = static_cast<std::size_t>(plainEnd - text.begin());
         if (Put(text.substr(0, plain)) != 0) return g_FileError;
         text.remove_prefix(plain);
         if (text.empty()) break;
@@ -145,5 +146,5 @@ int UTF8_TextFileWriter::WriteString(std::string_view text)
 
 int UTF8_TextFileWriter::WriteBom()
 {
-    return Put("\xEF\xBB\xBF");
+    return Put(g_BomUtf8);
 }

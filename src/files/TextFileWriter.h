@@ -4,6 +4,11 @@
 #include <string>
 #include <string_view>
 
+// The byte order marks; single-byte text has none.
+inline constexpr std::string_view g_BomUtf16LowFirst = "\xFF\xFE";
+inline constexpr std::string_view g_BomUtf16HighFirst = "\xFE\xFF";
+inline constexpr std::string_view g_BomUtf8 = "\xEF\xBB\xBF";
+
 // Turns text of the code page in memory into the bytes of an open file. Bytes gather in a buffer that is
 // written out when it is full, and by Flush; nothing reaches the file before. All results are 0 or
 // g_FileError; what could not be written stays in the buffer.

@@ -73,9 +73,9 @@ static bool WriteInPlace(CXmlDocument& document, const std::string& fileName, Xm
     const bool isKept = ReadWholeFile(fileName, earlier);
     if (WriteDocument(document, fileName, form)) return true;
     if (!isKept) return false;
+    constexpr int asItIs = TextFile::Ansi | TextFile::NoBom | TextFile::NoLineEndTranslation;
     TextFile file;
-    if (file.Open(fileName, TextFile::ForWriting, TextFile::Ansi | TextFile::NoBom | TextFile::NoLineEndTranslation) != 0)
-        return false;
+    if (file.Open(fileName, TextFile::ForWriting, asItIs) != 0) return false;
     file.WriteString(earlier);
     return false;
 }

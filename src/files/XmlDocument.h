@@ -13,14 +13,14 @@ public:
     virtual ~CXmlDocument() = default;
 
     // 0, or a negative error if the file can't be opened, is empty or can't be parsed. What was read
-    // before a parse failure stays in the tree.
+    // before a parse failure stays in the tree, what was there before the call doesn't.
     int Load(const std::string& fileName);
-    int LoadFromString(std::string_view text);
+    int LoadFromString(std::string_view text);       // of bytes in the code page in memory
     // 0 or a negative error. The earlier file is replaced only when the new text was written whole.
-    int Save(const std::string& fileName);
-    int SaveCompact(const std::string& fileName);
-    void GetXml(std::string& text);
-    void GetFormattedXml(std::string& text);
+    int Save(const std::string& fileName);           // with line ends and tabs
+    int SaveCompact(const std::string& fileName);    // without them
+    void GetXml(std::string& text);                  // the compact form
+    void GetFormattedXml(std::string& text);         // the other one
     void Clear();
 
     CXmlNode m_Root;                 // the document element
@@ -29,5 +29,5 @@ public:
     CXmlNode m_Prolog;               // its children are what stands outside the document element
     int m_Indent = 0;                // depth while writing
     std::string m_Out;               // the text being written
-    std::string m_Reserved;
+    std::string m_Reserved;          // always empty
 };

@@ -273,7 +273,7 @@ void CXmlNode::SetAttribute(std::string_view name, bool value)
 
 void CXmlNode::RemoveAttribute(std::string_view name)
 {
-    const auto hasName = [name](const std::unique_ptr<CXmlAttribute>& pAttribute) { return pAttribute->m_Name == name; };
+    const auto hasName = [name](const auto& pAttribute) { return pAttribute->m_Name == name; };
     const auto found = std::find_if(m_Attributes.begin(), m_Attributes.end(), hasName);
     if (found == m_Attributes.end()) return;
     // An iteration under way goes on with the attribute that it would have come to.
@@ -366,7 +366,8 @@ static void CopyAttributes(CXmlNode& target, const CXmlNode& source)
 static void SetChildCount(CXmlNode& node, std::size_t count)
 {
     std::vector<std::unique_ptr<CXmlNode>> surplus;
-    for (; node.m_Children.size() > count; node.m_Children.pop_back()) surplus.push_back(std::move(node.m_Children.back()));
+    for (; node.m_Children.size() > count; node.m_Children.pop_back())
+        surplus.push_back(std::move(node.m_Children.back()));
     DeleteNodes(surplus);
     while (node.m_Children.size() < count) node.AddChild({});
 }

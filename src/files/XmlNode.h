@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // A name and a value, both as the document spells them, entities decoded.
@@ -68,16 +69,17 @@ public:
     void SetAttribute(std::string_view name, long value);
     void SetAttribute(std::string_view name, long long value);
     void SetAttribute(std::string_view name, float value);
-    void SetAttribute(std::string_view name, double value);
+    void SetAttribute(std::string_view name, double value);              // six digits behind the point
     void SetAttribute(std::string_view name, bool value);                // "True" or "False"
-    void RemoveAttribute(std::string_view name);
+    void RemoveAttribute(std::string_view name);                         // the first of that name
+    // The makers of children return the new child, the last one from then on.
     CXmlNode* AddChild(std::string_view name, std::string_view text = {});
     CXmlNode* AddChildInt(std::string_view name, long value);
-    CXmlNode* AddChildCData(std::string_view name, std::string_view text);
+    CXmlNode* AddChildCData(std::string_view name, std::string_view text);   // an element that holds a CDATA section
     CXmlNode* AddCData(std::string_view text);
     CXmlNode* AddInstruction(std::string_view text);
     void Remove();                                                       // deletes this node, if it has a parent
-    void Clear();
+    void Clear();                                                        // all but the place among the siblings
     void CopyFrom(const CXmlNode* pNode);                                // deep; null clears
 
     int m_AttrCursor = 0;                     // position of the attribute iteration

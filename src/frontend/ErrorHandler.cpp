@@ -1,6 +1,7 @@
 #include "frontend/ErrorHandler.h"
 
 #include "files/Format.h"
+#include "files/Print.h"
 #include "frontend/Error.h"
 #include "frontend/MessageTable.h"
 #include "frontend/Node.h"
@@ -10,7 +11,6 @@
 #include "model/Type.h"
 #include "model/Variable.h"
 
-#include <cstdio>
 #include <utility>
 
 // What a message is composed of: a piece of the table by its number, or a text of this one message.
@@ -91,7 +91,7 @@ void CErrorHandler::Record(std::unique_ptr<CError> pError)
     const std::string line = pError->GetPrintedLine();
     std::vector<std::unique_ptr<CError>>& list = pError->bWarning ? m_WarningList : m_ErrorList;
     list.push_back(std::move(pError));
-    std::fwrite(line.data(), 1, line.size(), stdout);
+    Print(line);
 }
 
 void CErrorHandler::Report(const SourceLocation& where, MessageParts parts)

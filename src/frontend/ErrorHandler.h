@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -80,7 +79,7 @@ public:
     void WarnQuotient(const SourceLocation& where);
 
     // Paths.
-    void ErrNotArray(const CNode* pNode, const SourceLocation& where);     // the name of the path's root stands in the text
+    void ErrNotArray(const CNode* pNode, const SourceLocation& where);     // names the path's root
     void ErrNotStruct(const CNode* pNode, const SourceLocation& where);
     void ErrNotMember(std::string_view member, const CType* pStruct, const SourceLocation& where);
     void ErrWrongDimension(int required, int found, const SourceLocation& where);
@@ -91,6 +90,7 @@ public:
 
     // Statements.
     void ErrAssignToConstant(const SourceLocation& where);
+    // Both in bytes, or for a function block's parameter in elements, although the text says bytes.
     void ErrArrayDimension(std::int64_t found, std::int64_t required, const SourceLocation& where);
     void WarnArrayDimension(std::int64_t found, std::int64_t required, const SourceLocation& where);
     void ErrInOutLValue(const SourceLocation& where);

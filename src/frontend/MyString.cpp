@@ -1,7 +1,8 @@
 #include "frontend/MyString.h"
 
+#include "files/Print.h"
+
 #include <algorithm>
-#include <cstdio>
 #include <limits>
 
 // 36 for what is no digit of any base.
@@ -70,6 +71,5 @@ int CMyString::ToInt() const
 
 void CMyString::Print() const
 {
-    std::fwrite(m_Buffer.data(), 1, m_Buffer.size(), stdout);
-    std::fputc('\n', stdout);
+    ::Print(m_Buffer + "\n");
 }

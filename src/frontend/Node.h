@@ -11,7 +11,6 @@
 
 class CArrayIndex;
 class CCastFunction;
-class CFunction;
 class CMember;
 class CPou;
 class CType;
@@ -34,10 +33,12 @@ public:
     int GetChildCount() const { return static_cast<int>(m_Children.size()); }
     // The i-th child; an internal fault where there is none.
     CNode* Child(int i) const;
-    CVariable* GetVariable() const { return pVariable; }
+    CVariable* GetVariable() const { return pVariable; }   // null if the node names none
     bool IsLiteral() const { return nKind == IMM_INTEGER || nKind == IMM_REAL || nKind == TRUE || nKind == FALSE; }
     bool IsNumericLiteral() const { return nKind == IMM_INTEGER || nKind == IMM_REAL; }
     bool IsBooleanLiteral() const { return nKind == TRUE || nKind == FALSE; }
+    // An integer literal that may stand for a boolean: 0 or 1, or what NOT folds these two into.
+    bool IsBooleanInteger() const { return nKind == IMM_INTEGER && nValue >= -2 && nValue <= 1; }
     bool IsIdentifier() const { return nKind == IDENTIFIER; }
     // A use of a variable: a plain name or a path that starts at one.
     bool IsVariableAccess() const { return nKind == IDENTIFIER || nKind == DOT || nKind == ARRAY_ELEMENT; }
@@ -53,7 +54,7 @@ public:
     std::int64_t nValue = 0;                 // of an IMM_INTEGER; 1 marks a FUNCTION_CALL as a statement
     double dValue = 0;                       // of an IMM_REAL
     int nKind;
-    std::string szName;                      // name in NEW_ID, IDENTIFIER, RETURN_TYPE, LIST_ID and call nodes; empty: none
+    std::string szName;                      // of NEW_ID, IDENTIFIER, RETURN_TYPE, LIST_ID and calls; empty: none
     CType* pType = nullptr;                  // type of the expression, not owned; null: untyped
     // What the node resolved to, not owned; at most one of them is set, by the kind of the node.
     CVariable* pVariable = nullptr;          // uses, paths, declared names, function block calls, RETURN_TYPE

@@ -4,6 +4,7 @@
 
 #include "files/Fatal.h"
 #include "files/Format.h"
+#include "files/Print.h"
 #include "frontend/MyString.h"
 #include "frontend/Parser.h"
 #include "frontend/StringLiteral.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <string_view>
@@ -112,11 +112,6 @@ static int EndOfInput()
     yyleng = 1;
     ++nColumn;
     return 0;
-}
-
-static void Echo(std::string_view text)
-{
-    std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
 static char* CopyText(std::string_view text)
@@ -384,7 +379,7 @@ static int ScanOne()
 
     // What no rule takes leaves on standard output: so parentheses, bars and quotes inside a string are
     // printed instead of stored. Wanted as it stands.
-    <IN_COMMENT, IN_STRING> *                       { Echo(text); return g_NoToken; }
+    <IN_COMMENT, IN_STRING> *                       { Print(text); return g_NoToken; }
     <INITIAL> *                                     { EndProgram(g_ScannerFaultStatus, g_NoRuleMatches); }
     */
 }

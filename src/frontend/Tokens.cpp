@@ -26,13 +26,29 @@ std::string_view GetTokenText(int token)
 bool IsComparison(int kind)
 {
     switch (kind) {
-        case EQUAL:
-        case NOT_EQUAL:
-        case GREATER_EQUAL:
-        case LESS_EQUAL:
-        case GREATER:
-        case LESS: return true;
-        default: return false;
+    case EQUAL:
+    case NOT_EQUAL:
+    case GREATER_EQUAL:
+    case LESS_EQUAL:
+    case GREATER:
+    case LESS: return true;
+    default: return false;
+    }
+}
+
+bool IsInfixOperator(int kind)
+{
+    switch (kind) {
+    case '+':
+    case '-':
+    case '*':
+    case '/':
+    case MOD:
+    case POWER:
+    case AND:
+    case OR:
+    case XOR: return true;
+    default: return IsComparison(kind);
     }
 }
 

@@ -14,11 +14,6 @@ enum class OverloadMatch { Match, NoMatch, Untyped, Failed };
 
 }   // namespace
 
-static const CType* BaseTypeOf(const CType* pType)
-{
-    return pType ? pType->GetBaseType() : nullptr;
-}
-
 // Goes through the positions until one settles the question; pStopped is then the actual that has no type.
 static OverloadMatch MatchOverload(const CFunction& function, const CNode& parameters, const CType* pErrorType,
                                    const CNode*& pStopped)
@@ -31,7 +26,7 @@ static OverloadMatch MatchOverload(const CFunction& function, const CNode& param
             pStopped = pActual;
             return OverloadMatch::Untyped;
         }
-        if (BaseTypeOf(pActual->pType) != BaseTypeOf(function.m_Parameters[i]->m_Type)) return OverloadMatch::NoMatch;
+        if (!IsSameType(pActual->pType, function.m_Parameters[i]->m_Type)) return OverloadMatch::NoMatch;
     }
     return OverloadMatch::Match;
 }

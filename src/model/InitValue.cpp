@@ -35,6 +35,11 @@ std::string CInitValue::GetText(bool withZero) const
     }
 }
 
+std::unique_ptr<CInitValue> CloneOrNull(const CInitValue* pValue)
+{
+    return pValue ? pValue->Clone() : nullptr;
+}
+
 // One byte, as a bool has in memory: the number 256 reads as false.
 bool CInitValue::GetBool() const
 {
@@ -81,11 +86,6 @@ std::unique_ptr<CInitValue> CInitString::Clone() const
 std::string CInitString::GetText(bool /*withZero*/) const
 {
     return m_Text;
-}
-
-static std::unique_ptr<CInitValue> CloneOrNull(const CInitValue* pValue)
-{
-    return pValue ? pValue->Clone() : nullptr;
 }
 
 std::unique_ptr<CInitValue> CInitArray::Clone() const

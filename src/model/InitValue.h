@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 class CErrorHandler;
@@ -53,6 +54,9 @@ public:
 protected:
     std::uint64_t m_Bits = 0;
 };
+
+// A copy of the value; null for null.
+std::unique_ptr<CInitValue> CloneOrNull(const CInitValue* pValue);
 
 // A string's start: the declared length in characters, and a text that may be longer (it is kept whole).
 class CInitString : public CInitValue

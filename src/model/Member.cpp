@@ -19,7 +19,7 @@ bool CMember::IsInOut() const
 
 void CMember::CopyFieldsTo(CMember& copy) const
 {
-    copy.m_InitValue = m_InitValue ? m_InitValue->Clone() : nullptr;
+    copy.m_InitValue = CloneOrNull(m_InitValue.get());
     copy.m_Name = m_Name;
     copy.m_Offset = m_Offset;
     copy.m_Index = m_Index ? m_Index->Clone() : nullptr;

@@ -9,6 +9,7 @@
 #include <vector>
 
 class CErrorHandler;
+class CNode;
 class CXmlDocument;
 class CXmlNode;
 
@@ -19,20 +20,21 @@ public:
     CPouTable(CErrorHandler& errors, CXmlDocument& target);
     virtual ~CPouTable() = default;
 
-    void LoadProgramNames();
+    void LoadProgramNames();                         // of the loaded target description
     bool IsProgramAllowed(const CPou& pou) const;    // the target names it, compared exactly
     // 1 if the POU was taken, -1 if it was refused (a POU that is refused is gone; of the refusals only
     // duplicates and unknown programs are reported).
     int AddPou(std::unique_ptr<CPou> pPou);
     CFunctionOverLoad* FindOverload(std::string_view name) const;   // in any case; null if there is none
     CPou* FindPou(std::string_view name) const;                     // in any case; null if there is none
-    CPou* FindPouExact(std::string_view name) const;                // by the lower-cased key as given
+    CPou* FindPouExact(std::string_view name) const;                // the same for a name that is lower-cased already
+    // Makes the programs that the target wants made; reports the required ones that no source has declared.
     void AddAutomaticPrograms();
 
     // The function that a call means: by name, and for an overload set by the types of the actual
     // parameters. pParameters may be null. A program is returned as it is; null after a diagnostic, or
     // silently where the parameters have failed already.
-    CPou* FindFunction(std::string_view name, const SourceLocation& location, class CNode* pParameters,
+    CPou* FindFunction(std::string_view name, const SourceLocation& location, CNode* pParameters,
                        const CType* pErrorType) const;
 
     // Every entry in order of declaration; an overload set stands where its first function stood.
@@ -48,7 +50,7 @@ private:
 
     CErrorHandler& m_Errors;
     CXmlDocument& m_Target;
-    std::unordered_map<std::string, const CXmlNode*> m_ProgramNodes; // the target's node of each program, not owned
+    std::unordered_map<std::string, const CXmlNode*> m_ProgramNodes;   // the target's node of each program, not owned
     std::unordered_map<std::string, std::size_t> m_Pous;     // lower-cased name to position
     std::vector<std::unique_ptr<CPou>> m_Owned;              // by position
     std::vector<CPou*> m_Order;

@@ -64,7 +64,7 @@ std::unique_ptr<CTypeStruct> CTypeStruct::Clone() const
 
 void CTypeStruct::CopyFieldsTo(CTypeStruct& copy) const
 {
-    copy.m_InitValue = m_InitValue ? m_InitValue->Clone() : nullptr;
+    copy.m_InitValue = CloneOrNull(m_InitValue.get());
     copy.m_IsElementary = m_IsElementary;
     copy.m_AliasOf = m_AliasOf;
     copy.m_Allowed = m_Allowed;

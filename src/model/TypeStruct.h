@@ -43,7 +43,7 @@ public:
     explicit CTypeStructFB(std::string name);
 
     std::unique_ptr<CTypeStruct> Clone() const override;
-    const CMemberFB* GetMember(int i) const { return static_cast<const CMemberFB*>(m_Members[static_cast<std::size_t>(i)].get()); }
+    const CMemberFB* GetMember(int i) const { return m_Members[static_cast<std::size_t>(i)]->AsMemberFB(); }
 
     CFunctionBlock* m_FunctionBlock = nullptr;       // the POU that made it, not owned
 };

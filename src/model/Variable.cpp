@@ -22,7 +22,7 @@ void CVariable::CopyFieldsTo(CVariable& copy) const
 {
     copy.m_Size = m_Size;
     copy.m_DirectAddress = m_DirectAddress;
-    copy.m_InitValue = m_InitValue ? m_InitValue->Clone() : nullptr;
+    copy.m_InitValue = CloneOrNull(m_InitValue.get());
     copy.m_Type = m_Type;
     copy.m_Offset = m_Offset;
     copy.m_BitOffset = m_BitOffset;

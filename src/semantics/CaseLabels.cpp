@@ -5,9 +5,13 @@
 #include "semantics/Norvane.h"
 
 #include "model/Type.h"
+#include "semantics/Wrapping.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -25,11 +29,6 @@ struct CaseLabel
 };
 
 }   // namespace
-
-static std::int32_t LowBits(std::int64_t value)
-{
-    return static_cast<std::int32_t>(static_cast<std::uint64_t>(value) & 0xFFFFFFFFu);
-}
 
 // How many of the sorted numbers are at most `value`.
 static std::size_t RankOf(const std::vector<std::int32_t>& sorted, std::int32_t value)
@@ -115,7 +114,8 @@ public:
     std::int64_t Count(std::int32_t startUpTo, std::int32_t endFrom) const
     {
         std::int64_t count = 0;
-        for (std::size_t i = RankOf(m_Starts, startUpTo); i > 0; i -= i & (~i + 1)) count += m_Ends[i].CountFrom(endFrom);
+        for (std::size_t i = RankOf(m_Starts, startUpTo); i > 0; i -= i & (~i + 1))
+            count += m_Ends[i].CountFrom(endFrom);
         return count;
     }
 

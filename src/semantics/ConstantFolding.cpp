@@ -165,22 +165,6 @@ static void FoldThreeOperands(CNorvane& norvane, CNode* pNode)
 
 // ---- Two operands.
 
-static bool IsTwoOperandOperator(int kind)
-{
-    switch (kind) {
-    case '+':
-    case '-':
-    case '*':
-    case '/':
-    case AND:
-    case OR:
-    case XOR:
-    case MOD:
-    case POWER: return true;
-    default: return IsComparison(kind);
-    }
-}
-
 static bool IsZeroLiteral(const CNode* pNode)
 {
     if (pNode->nKind == IMM_INTEGER) return pNode->nValue == 0;
@@ -229,7 +213,7 @@ static void FoldTwoOperands(CNorvane& norvane, CNode* pNode)
     CNode* pRight = pNode->Child(1);
     const bool leftVariable = IsVariableLike(pLeft);
     const bool rightVariable = IsVariableLike(pRight);
-    if (!leftVariable && !rightVariable) return; // two literals that stayed have no common arithmetic
+    if (!leftVariable && !rightVariable) return;   // two literals that stayed have no common arithmetic
     if (!IsSimplifiable(pNode->m_Children)) return;
 
     const ValuePointer pLeftValue = leftVariable ? norvane.ValueOf(pLeft, pLeft->pType) : nullptr;
@@ -339,7 +323,7 @@ void CNorvane::FoldConstants(CNode* pNode)
     case MULDIV:
     case LIMIT: FoldThreeOperands(*this, pNode); break;
     default:
-        if (IsTwoOperandOperator(pNode->nKind) && pNode->GetChildCount() == 2) FoldTwoOperands(*this, pNode);
+        if (IsInfixOperator(pNode->nKind) && pNode->GetChildCount() == 2) FoldTwoOperands(*this, pNode);
         break;
     }
 }

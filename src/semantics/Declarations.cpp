@@ -10,11 +10,6 @@
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
 
-static std::unique_ptr<CInitValue> CloneOrNull(const CInitValue* pValue)
-{
-    return pValue ? pValue->Clone() : nullptr;
-}
-
 static std::unique_ptr<CArrayOfArrayIndex> CloneOrNull(const CArrayOfArrayIndex* pIndex)
 {
     return pIndex ? pIndex->Clone() : nullptr;

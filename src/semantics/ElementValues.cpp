@@ -11,11 +11,6 @@
 #include "semantics/KnownValue.h"
 #include "semantics/Wrapping.h"
 
-static std::int32_t LowBits(std::int64_t value)
-{
-    return static_cast<std::int32_t>(static_cast<std::uint64_t>(value) & 0xFFFFFFFFu);
-}
-
 // Where a walk along a path stands. The two values are followed side by side: the variable's own where it
 // reaches that far, and what the types and members on the way start with by default.
 struct ValueCursor
@@ -97,7 +92,7 @@ std::unique_ptr<CInitValue> CNorvane::GetElementInitValue(const CNode* pNode)
     }
     const CInitValue* pFound = cursor.pValue ? cursor.pValue : cursor.pDefault;
     if (!pFound && pNode->pType) pFound = pNode->pType->m_InitValue.get();
-    return pFound ? pFound->Clone() : nullptr;
+    return CloneOrNull(pFound);
 }
 
 // Array bounds, and subscripts in declarations. A variable counts with its initial value, CONSTANT or not.

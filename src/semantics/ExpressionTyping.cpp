@@ -24,12 +24,6 @@ static bool IsBoolOrBitString(const CType* pType)
     return pType->IsBool() || pType->IsBitString();
 }
 
-// The integer literals that may stand for booleans: 0 and 1, and what NOT folds these two into.
-static bool IsBooleanInteger(const CNode* pNode)
-{
-    return pNode->nKind == IMM_INTEGER && pNode->nValue >= -2 && pNode->nValue <= 1;
-}
-
 bool CNorvane::IsPoison(const CNode* pNode) const
 {
     if (!pNode) return false;
@@ -115,7 +109,7 @@ static void TypeOneChild(CNorvane& norvane, CNode* pNode)
         return;
     }
     CType* pType = pOperand->pType;
-    if (!pType) return; // an untyped operand leaves it to the neighbours
+    if (!pType) return;   // an untyped operand leaves it to the neighbours
 
     bool allowed = false;
     switch (pNode->nKind) {
@@ -441,7 +435,7 @@ static bool IsLiteralOfClass(const CType* pType, const CNode* pNode)
 {
     if (pType->IsInteger() || pType->IsBitString()) return pNode->nKind == IMM_INTEGER;
     if (pType->IsReal()) return pNode->IsNumericLiteral();
-    if (pType->IsBool()) return pNode->IsBooleanLiteral() || IsBooleanInteger(pNode);
+    if (pType->IsBool()) return pNode->IsBooleanLiteral() || pNode->IsBooleanInteger();
     return false;
 }
 
@@ -461,7 +455,7 @@ bool CNorvane::CheckImmediate(CType* pType, CNode* pNode, bool bReport)
         return true;
     }
     if (IsSameType(pNode->pType, pType)) return true;
-    m_Errors.ErrCannotAssign(pType, pNode->location); // a typed constant is wrong here, reported in any case
+    m_Errors.ErrCannotAssign(pType, pNode->location);   // a typed constant is wrong here, reported in any case
     return false;
 }
 

@@ -13,11 +13,6 @@
 #include <algorithm>
 #include <limits>
 
-static std::unique_ptr<CInitValue> CloneOrNull(const CInitValue* pValue)
-{
-    return pValue ? pValue->Clone() : nullptr;
-}
-
 // Repeat counts are kept in 32 bits; what the source says may be anything.
 static std::int32_t NarrowCount(std::int64_t count)
 {

@@ -3,6 +3,7 @@
 
 #include "semantics/Norvane.h"
 
+#include "files/Print.h"
 #include "model/ArrayIndex.h"
 #include "model/Member.h"
 #include "model/Type.h"
@@ -11,7 +12,6 @@
 #include "model/Variable.h"
 #include "semantics/KnownValue.h"
 
-#include <cstdio>
 #include <limits>
 
 // Sums stop at the ends of 64 bits: no array is that long, and a repeat count may be any number.
@@ -51,7 +51,7 @@ static void RefuseRepeatCount(const CNode* pNode, CErrorHandler& errors)
         return;
     }
     // Wanted: a line of its own, and no error is counted.
-    std::fputs("error required an integer value\n", stdout);
+    Print("error required an integer value\n");
 }
 
 // A DUP and the element behind it count the repeat value together.
@@ -186,7 +186,7 @@ std::unique_ptr<CInitValue> CNorvane::MakeVariableValue(CNode* pList, CType* pTy
     case IDENTIFIER:
         if (!CheckInitType(pType, pValue, pList->location) || !pValue->pVariable) return nullptr;
         // The variable's own value only: without one there is none, whatever its type starts with.
-        return pValue->pVariable->m_InitValue ? pValue->pVariable->m_InitValue->Clone() : nullptr;
+        return CloneOrNull(pValue->pVariable->m_InitValue.get());
     case DOT:
         if (!CheckInitType(pType, pValue, pList->location)) return nullptr;
         return pType == m_DataTypes.m_ErrorType ? nullptr : GetElementInitValue(pValue);

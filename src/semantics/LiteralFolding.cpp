@@ -4,7 +4,6 @@
 
 #include "semantics/Norvane.h"
 
-#include "model/Type.h"
 #include "semantics/Comparison.h"
 #include "semantics/Wrapping.h"
 
@@ -21,7 +20,7 @@ void CNorvane::CollapseNode(CNode* pNode)
         const SourceLocation last = pNode->Child(count - 1)->location;
         pNode->location.nFirstLine = first.nFirstLine;
         pNode->location.nFirstColumn = first.nFirstColumn;
-        pNode->location.nLastLine = last.nFirstLine; // wanted: where the last operand starts
+        pNode->location.nLastLine = last.nFirstLine;   // wanted: where the last operand starts
         pNode->location.nLastColumn = last.nFirstColumn;
     }
     for (CNode* pChild : pNode->m_Children) DeleteTree(pChild);
@@ -69,22 +68,6 @@ static void RefuseZeroDivisor(CNorvane& norvane, CNode* pNode)
 }
 
 // ---- Two numeric literals.
-
-static bool IsFoldedWithTwoNumbers(int op)
-{
-    switch (op) {
-    case '+':
-    case '-':
-    case '*':
-    case '/':
-    case MOD:
-    case POWER:
-    case AND:
-    case OR:
-    case XOR: return true;
-    default: return IsComparison(op);
-    }
-}
 
 // The warning stands at the operator, so it comes before the node takes its operands' place.
 static void DivideIntegers(CNorvane& norvane, CNode* pNode, std::int64_t a, std::int64_t b)
@@ -146,7 +129,7 @@ static void FoldReals(CNorvane& norvane, CNode* pNode, double a, double b)
     case '-': BecomeReal(norvane, pNode, a - b); break;
     case '*': BecomeReal(norvane, pNode, a * b); break;
     case '/': DivideReals(norvane, pNode, a, b); break;
-    default: RefuseReal(norvane, pNode); break; // MOD, AND, OR, XOR
+    default: RefuseReal(norvane, pNode); break;   // MOD, AND, OR, XOR
     }
 }
 
@@ -288,7 +271,7 @@ static void FoldThreeIntegers(CNorvane& norvane, CNode* pNode)
         RefuseZeroDivisor(norvane, pNode);
         return;
     }
-    BecomeInteger(norvane, pNode, DivideWrapping(WrapMul(a, b), c)); // the product has wrapped by then
+    BecomeInteger(norvane, pNode, DivideWrapping(WrapMul(a, b), c));   // the product has wrapped by then
 }
 
 static void FoldThreeReals(CNorvane& norvane, CNode* pNode)
@@ -401,7 +384,7 @@ static bool IsUnaryOperator(int kind)
 
 static void FoldTwoOperands(CNorvane& norvane, CNode* pNode)
 {
-    if (!IsFoldedWithTwoNumbers(pNode->nKind)) return;
+    if (!IsInfixOperator(pNode->nKind)) return;
     if (pNode->Child(0)->IsNumericLiteral() && pNode->Child(1)->IsNumericLiteral()) {
         FoldTwoNumbers(norvane, pNode);
         return;

@@ -4,13 +4,12 @@
 #include "semantics/Norvane.h"
 
 #include "files/OutputTextFile.h"
+#include "files/Print.h"
 #include "frontend/Scanner.h"
 #include "frontend/StringLiteral.h"
 #include "model/Type.h"
 #include "model/Variable.h"
 #include "semantics/KnownValue.h"
-
-#include <cstdio>
 
 // The whole pipeline, in this order: folding may turn an operator into a literal, and typing then has
 // nothing left to say about it.
@@ -18,7 +17,7 @@ CNode* CNorvane::MakeNode(int kind, const SourceLocation& location, std::initial
 {
     CNode* pNode = new CNode(kind, location);
     for (CNode* pChild : children) {
-        if (pChild) pNode->AddChild(pChild); // a grammar symbol without a value gives no child
+        if (pChild) pNode->AddChild(pChild);   // a grammar symbol without a value gives no child
     }
     if (pNode->GetChildCount() == 0) return pNode;
 
@@ -136,9 +135,7 @@ void CNorvane::FinishSourceFile(CNode* pRoot)
     if (written) return;
 
     m_DumpFailed = true;
-    const std::string message = "cannot write the tree file " + name + "\n";
-    std::fflush(stdout);
-    std::fputs(message.c_str(), stderr);
+    PrintFailure("cannot write the tree file " + name);
 }
 
 void CNorvane::SyntaxErrorAt(std::string_view text, int line, int column)

@@ -22,7 +22,6 @@
 class CStringLiteral;
 class CTypeAny;
 class CTypeArray;
-class CTypeArrayUser;
 class CTypeStruct;
 union YYSTYPE;
 
@@ -88,51 +87,58 @@ public:
     bool m_ArrayPending = false;                     // the next AddVariables makes array variables
 
     // ---- Names (Names.cpp). NEW_ID says that a name is nothing known.
+    // TYPE_IDENTIFIER with an elementary type that the target allows; a refused one is handed out all the same.
     int LookupTypeName(std::string_view text, CType*& pType);
+    // CAST_FUNCTION_CALL or TYPE_IDENTIFIER with the conversion or the declared type in the value.
     int ClassifyName(std::string_view text, YYSTYPE& value);
     CVariable* FindVariable(std::string_view name) const;        // local first, then global; null if absent
 
     // ---- Making nodes (MakeNode.cpp). The makers of leaves run no checks; those given a text own it.
+    // Folds, types and checks the new node. Null children are left out.
     CNode* MakeNode(int kind, const SourceLocation& location, std::initializer_list<CNode*> children = {});
-    CNode* MakeIdentifier(char* szName, const SourceLocation& location);
+    CNode* MakeIdentifier(char* szName, const SourceLocation& location);        // a NEW_ID, which isn't looked up
     CNode* MakeInteger(std::int64_t value, const SourceLocation& location);
     CNode* MakeReal(double value, const SourceLocation& location);
     CNode* MakeString(CStringLiteral* pLiteral, const SourceLocation& location);
+    // A use: the variable, the literal that replaces a constant, or an ERROR_ node after a diagnostic.
     CNode* MakeVariable(char* szName, const SourceLocation& location);
-    CNode* AppendToList(CNode* pList, CNode* pItem);
-    void FinishSourceFile(CNode* pRoot);
-    void SyntaxErrorAt(std::string_view text, int line, int column);
+    CNode* AppendToList(CNode* pList, CNode* pItem);             // the list; a null item is left out
+    void FinishSourceFile(CNode* pRoot);                         // writes the tree if -x is given
+    void SyntaxErrorAt(std::string_view text, int line, int column);            // in the current file
 
     // ---- Declarations (Declarations.cpp, ArrayDeclarations.cpp, StringDeclarations.cpp, PouDeclarations.cpp).
-    void BeginPou(int kind);
-    void EndPouKind();
-    void BeginVarBlock(int token, const CNode* pAttributes);
+    void BeginPou(int kind);                                     // PROGRAM, FUNCTION or FUNCTION_BLOCK
+    void EndPouKind();                                           // the locals stay until EndPouScope
+    void BeginVarBlock(int token, const CNode* pAttributes);     // the attributes may be null
     void EndVarBlock();
-    CNode* MakeDeclaredIdentifier(char* szName, const SourceLocation& location);
+    CNode* MakeDeclaredIdentifier(char* szName, const SourceLocation& location);   // an ERROR_ if the name is taken
     void SetDirectAddress(CNode* pList, char* szAddress);                       // takes the text over
     void AddVariables(CNode* pList, CType* pType, const CInitValue* pInit);     // a null type counts as the error type
     // The four below free no node: the grammar's actions delete the length, ranges, value and variable nodes
     // behind the call, or go on using them (a structure's values become a child of the list).
     void DeclareWithInit(CNode* pList, CType* pType, CNode* pValue);
-    void DeclareString(CNode* pList, CNode* pLength, CStringLiteral* pText);    // takes the text over, which may be null
+    void DeclareString(CNode* pList, CNode* pLength, CStringLiteral* pText);    // takes the text, or null, over
     void DeclareStringFromVariable(CNode* pList, CNode* pLength, CNode* pVariable);
     void DeclareArray(CNode* pList, CNode* pRanges, CType* pElement, CNode* pInitList);   // pInitList may be null
-    void AddReturnVariable(const char* szName, CNode* pReturnType);
-    CNode* MakeReturnType(CNode* pNode, CType* pType);
-    void AddProgramInit();
-    void EndPouScope();
+    void AddReturnVariable(const char* szName, CNode* pReturnType);             // the local that holds the result
+    CNode* MakeReturnType(CNode* pNode, CType* pType);           // the RETURN_TYPE node given, completed
+    void AddProgramInit();                                       // the local __ProgramInit
+    void EndPouScope();                                          // deletes the POU's locals
 
     // ---- Expressions (ExpressionTyping.cpp).
-    void TypeExpression(CNode* pNode);
+    void TypeExpression(CNode* pNode);               // from the children's types; poisoned after a diagnostic
+    // Whether the literal suits the type, which it takes then if it had none. Without bReport only a literal that
+    // has another type already draws a diagnostic.
     bool CheckImmediate(CType* pType, CNode* pNode, bool bReport);
     CNode* MakeCast(CCastFunction* pFunction, const SourceLocation& location, CNode* pArgument);
     bool IsPoison(const CNode* pNode) const;         // kind ERROR_ or the error type
     void Poison(CNode* pNode);                       // gives it the error type, which keeps followers silent
 
     // ---- Folding (LiteralFolding.cpp, ConstantFolding.cpp, ValueFolding.cpp).
-    void FoldImmediates(CNode* pNode);
-    void FoldMinMax(CNode* pNode);
-    void FoldConstants(CNode* pNode);
+    void FoldImmediates(CNode* pNode);               // an operator on literals becomes a literal
+    void FoldMinMax(CNode* pNode);                   // the literals among the arguments become one
+    void FoldConstants(CNode* pNode);                // in declarations: on known values, a SIMPLIFIED node
+    // What an operator gives on values of variables and on literals; null if it gives none.
     std::unique_ptr<CInitValue> FoldValues(const CInitValue& left, const CInitValue& right, int op,
                                            const SourceLocation& where);
     std::unique_ptr<CInitValue> FoldValueImmediate(const CInitValue& left, const CNode& right, int op,
@@ -140,21 +146,25 @@ public:
     std::unique_ptr<CInitValue> FoldImmediateValue(const CNode& left, const CInitValue& right, int op,
                                                    const SourceLocation& where);
     std::unique_ptr<CInitValue> FoldUnaryValue(const CInitValue& value, int op);
-    void CollapseNode(CNode* pNode);
+    void CollapseNode(CNode* pNode);                 // deletes the children and takes their place in the source
 
     // ---- Paths, statements and calls (Paths.cpp, StatementChecks.cpp, CaseLabels.cpp, Calls.cpp).
-    void ResolveVariablePath(CNode* pNode);
+    void ResolveVariablePath(CNode* pNode);          // sets variable and type of a path
+    // The steps of a path whose root has that type and, if it is an array, that index.
     void ResolveMemberPath(CNode* pNode, const CArrayOfArrayIndex* pIndex, CType* pType);
     int EvalIntegerExpression(CNode* pNode, std::int32_t& value);    // 1 with a value, -1 without
-    void CheckAssignment(CNode* pNode);
-    void CheckCondition(CNode* pNode);
+    void CheckAssignment(CNode* pNode);              // nothing for other kinds
+    void CheckCondition(CNode* pNode);               // of IF, ELSIF, WHILE and REPEAT
     void CheckCase(CNode* pNode);
     void CheckFor(CNode* pNode);
+    // Both take the name over; the parameters, which may be null, become the call's child.
     CNode* MakeFunctionCall(char* szName, const SourceLocation& location, bool bInExpression, CNode* pParameters);
     CNode* MakeFbCall(char* szName, const SourceLocation& location, CNode* pParameters);
-    void CheckFunctionCall(CNode* pNode);
+    void CheckFunctionCall(CNode* pNode);            // the actual parameters against the function's
 
     // ---- Initial values (Initialisers.cpp, InitialValues.cpp, ElementValues.cpp).
+    // False for a list that is refused, with or without a diagnostic. What is built of one is null for a type of
+    // another class.
     bool CheckArrayInit(CType* pType, CNode* pList, const CArrayOfArrayIndex* pIndex, int level);
     bool CheckStructInit(CType* pType, CNode* pList);
     std::unique_ptr<CInitValue> BuildInitArray(CType* pType, const CNode* pList);
@@ -163,7 +173,7 @@ public:
     std::unique_ptr<CInitValue> BuildDefaultArrayInit(const CArrayOfArrayIndex* pIndex, CType* pType, int level);
     std::int64_t CountInitElements(const CNode* pList);                         // -1 after a diagnostic
     std::unique_ptr<CInitValue> GetElementInitValue(const CNode* pNode);        // null if none is known
-    std::unique_ptr<CInitValue> ValueOf(CNode* pNode, CType* pType);            // what an operand stands for; null if nothing
+    std::unique_ptr<CInitValue> ValueOf(CNode* pNode, CType* pType);            // of an operand; null if none is known
     int EvalConstIndex(const CNode* pNode, std::int32_t& value);                // 1, or -1 after a diagnostic
 
     // ---- The driver's part (driver/).

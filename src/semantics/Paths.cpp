@@ -9,6 +9,7 @@
 #include "model/TypeArray.h"
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
+#include "semantics/Wrapping.h"
 
 namespace
 {
@@ -52,11 +53,6 @@ static bool IsIntegerOperator(int kind)
     default:
         return false;
     }
-}
-
-static std::int32_t LowBits(std::int64_t value)
-{
-    return static_cast<std::int32_t>(static_cast<std::uint64_t>(value) & 0xFFFFFFFFu);
 }
 
 static std::int64_t IntegerOf(const CInitValue& value)

@@ -2,14 +2,13 @@
 
 #include "semantics/Norvane.h"
 
+#include "files/Print.h"
 #include "model/Member.h"
 #include "model/Pou.h"
 #include "model/Type.h"
 #include "model/TypeAny.h"
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
-
-#include <cstdio>
 
 // A function without variable blocks leaves the list as it finds it; the next POU begins with an empty one.
 void CNorvane::BeginPou(int kind)
@@ -98,7 +97,7 @@ int CNorvane::CheckAnyParameters(CFunction& function, CTypeAny*& pAny)
         if (!pFound) continue;
         if (pAny && pAny != pFound) {
             // Wanted: a line of its own, and no error is counted.
-            std::fputs("type ANY must be of the same type\n", stdout);
+            Print("type ANY must be of the same type\n");
             return -1;
         }
         pAny = pFound;

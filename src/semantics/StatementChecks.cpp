@@ -5,11 +5,6 @@
 #include "model/Type.h"
 #include "model/Variable.h"
 
-static const CType* BaseTypeOf(const CNode* pNode)
-{
-    return pNode->pType ? pNode->pType->GetBaseType() : nullptr;
-}
-
 static bool IsArrayNode(const CNode* pNode)
 {
     return pNode->pType && pNode->pType->IsArray();
@@ -69,15 +64,9 @@ void CNorvane::CheckAssignment(CNode* pNode)
     CheckTarget(*this, pNode);
     if (!pLeft->pType) return;   // an address or a path that failed: there is nothing to compare with
     if (pRight->IsLiteral() && CheckImmediate(pLeft->pType, pRight, /*bReport=*/true)) return;
-    if (!pRight->pType || BaseTypeOf(pLeft) == BaseTypeOf(pRight)) return;
+    if (!pRight->pType || IsSameType(pLeft->pType, pRight->pType)) return;
     m_Errors.ErrOperatorMismatch(ASSIGN, pLeft->pType, pRight->pType, pNode->location);
     pNode->pType = m_DataTypes.m_ErrorType;
-}
-
-// -1 and -2 are what NOT folds 0 and 1 into.
-static bool IsBooleanInteger(const CNode* pNode)
-{
-    return pNode->nKind == IMM_INTEGER && pNode->nValue >= -2 && pNode->nValue <= 1;
 }
 
 void CNorvane::CheckCondition(CNode* pNode)
@@ -85,7 +74,7 @@ void CNorvane::CheckCondition(CNode* pNode)
     CNode* pCondition = pNode->Child(pNode->nKind == REPEAT ? 1 : 0);
     const bool isBool = pCondition->pType && pCondition->pType->IsBool();
     // Kept: a condition that has failed already is reported here once more.
-    if (!isBool && !pCondition->IsBooleanLiteral() && !IsBooleanInteger(pCondition))
+    if (!isBool && !pCondition->IsBooleanLiteral() && !pCondition->IsBooleanInteger())
         m_Errors.ErrNeedsBoolean(pCondition->location);
     if (!pCondition->pType) pCondition->pType = m_DataTypes.FindType("BOOL");
 }
@@ -102,7 +91,7 @@ static bool HasMismatch(CNorvane& norvane, const CNode* pFirst, const CNode* pSe
     if (!IsTypedOperand(pFirst) || !IsTypedOperand(pSecond)) return false;
     if (!pFirst->pType || !pSecond->pType) return false;
     if (norvane.IsPoison(pFirst) || norvane.IsPoison(pSecond)) return false;
-    if (BaseTypeOf(pFirst) == BaseTypeOf(pSecond)) return false;
+    if (IsSameType(pFirst->pType, pSecond->pType)) return false;
     norvane.m_Errors.ErrTypeMismatch(pFirst->pType, pSecond->pType, pSecond->location);
     return true;
 }

@@ -7,6 +7,7 @@
 #include "semantics/Wrapping.h"
 
 #include <cmath>
+#include <optional>
 
 using ValuePointer = std::unique_ptr<CInitValue>;
 
@@ -16,35 +17,35 @@ using ValuePointer = std::unique_ptr<CInitValue>;
 struct FoldRule
 {
     int op;
-    int kinds; // CInitValue::Kind bits
+    int kinds;   // CInitValue::Kind bits
 };
 
-constexpr int allNumbers = CInitValue::Signed | CInitValue::Real | CInitValue::Unsigned;
-constexpr int integers = CInitValue::Signed | CInitValue::Unsigned;
+constexpr int g_AllNumbers = CInitValue::Signed | CInitValue::Real | CInitValue::Unsigned;
+constexpr int g_Integers = CInitValue::Signed | CInitValue::Unsigned;
 
 constexpr FoldRule g_BinaryRules[] = {
-    {POWER, allNumbers},
-    {MOD, integers},
-    {'+', allNumbers},
-    {'-', allNumbers},
-    {'*', allNumbers},
-    {'/', allNumbers},
-    {AND, integers | CInitValue::Bool},
-    {OR, integers | CInitValue::Bool},
-    {XOR, integers | CInitValue::Bool},
-    {EQUAL, allNumbers},
-    {NOT_EQUAL, allNumbers},
-    {LESS, allNumbers},
-    {GREATER, allNumbers},
-    {LESS_EQUAL, allNumbers},
-    {GREATER_EQUAL, allNumbers},
+    {POWER, g_AllNumbers},
+    {MOD, g_Integers},
+    {'+', g_AllNumbers},
+    {'-', g_AllNumbers},
+    {'*', g_AllNumbers},
+    {'/', g_AllNumbers},
+    {AND, g_Integers | CInitValue::Bool},
+    {OR, g_Integers | CInitValue::Bool},
+    {XOR, g_Integers | CInitValue::Bool},
+    {EQUAL, g_AllNumbers},
+    {NOT_EQUAL, g_AllNumbers},
+    {LESS, g_AllNumbers},
+    {GREATER, g_AllNumbers},
+    {LESS_EQUAL, g_AllNumbers},
+    {GREATER_EQUAL, g_AllNumbers},
 };
 
 constexpr FoldRule g_UnaryRules[] = {
-    {UNARY_MINUS, allNumbers},
-    {NOT, integers | CInitValue::Bool},
-    {SQRT, allNumbers},
-    {ABS, allNumbers},
+    {UNARY_MINUS, g_AllNumbers},
+    {NOT, g_Integers | CInitValue::Bool},
+    {SQRT, g_AllNumbers},
+    {ABS, g_AllNumbers},
 };
 
 // The operator that is computed for a value of that kind; 0 if none is left.
@@ -62,14 +63,17 @@ static ValuePointer MakeBool(bool value)
 {
     return std::make_unique<CInitValue>(value);
 }
+
 static ValuePointer MakeSigned(std::int64_t value)
 {
     return std::make_unique<CInitValue>(value);
 }
+
 static ValuePointer MakeDouble(double value)
 {
     return std::make_unique<CInitValue>(value);
 }
+
 static ValuePointer MakeUnsigned(std::uint32_t value)
 {
     return std::make_unique<CInitValue>(value);

@@ -21,6 +21,12 @@ inline std::int64_t WrapMul(std::int64_t a, std::int64_t b)
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b));
 }
 
+// The low 32 bits as a signed number.
+inline std::int32_t LowBits(std::int64_t value)
+{
+    return static_cast<std::int32_t>(static_cast<std::uint64_t>(value) & 0xFFFFFFFFu);
+}
+
 inline std::int64_t WrapNeg(std::int64_t a)
 {
     return WrapSub(0, a);
@@ -28,7 +34,7 @@ inline std::int64_t WrapNeg(std::int64_t a)
 
 inline std::int64_t WrapAbs(std::int64_t a)
 {
-    return a < 0 ? WrapNeg(a) : a; // the lowest value stays itself
+    return a < 0 ? WrapNeg(a) : a;   // the lowest value stays itself
 }
 
 // Quotient truncated towards zero. The processor traps on the lowest value divided by -1, so that wraps
@@ -50,7 +56,7 @@ inline std::int64_t RemainderWrapping(std::int64_t a, std::int64_t b)
 // Towards zero. What doesn't fit, not-a-number among it, gives the lowest value on every machine.
 inline std::int64_t TruncateToInt64(double value)
 {
-    constexpr double limit = 9223372036854775808.0; // 2 to the 63rd
+    constexpr double limit = 9223372036854775808.0;   // 2 to the 63rd
     if (!(value >= -limit && value < limit)) return std::numeric_limits<std::int64_t>::min();
     return static_cast<std::int64_t>(value);
 }

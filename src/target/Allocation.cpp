@@ -9,6 +9,8 @@
 #include "target/DataType.h"
 #include "target/MemoryMath.h"
 
+#include <algorithm>
+
 // Bytes in use, an open byte among them.
 static std::int64_t GetUsedBytes(const MemoryCursor& cursor)
 {

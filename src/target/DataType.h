@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+class CInitValue;
 class CType;
 class CXmlDocument;
 class CXmlNode;
@@ -26,7 +27,7 @@ public:
     // is; the type lives on all the same, for whoever has met it. Returns the type given.
     CType* AddType(std::unique_ptr<CType> pType);
     // An alias of the given type with a default value (null: a copy of the given type's default).
-    CType* AddAlias(std::string_view name, CType* pType, const class CInitValue* pInit);
+    CType* AddAlias(std::string_view name, CType* pType, const CInitValue* pInit);
     std::size_t GetCount() const { return m_Order.size(); }
 
     // Every entry in order of declaration, elementary types first.

@@ -14,6 +14,8 @@
 #include "target/DataType.h"
 #include "target/MemoryMath.h"
 
+#include <algorithm>
+#include <limits>
 #include <numeric>
 
 // A structure keeps its size in bits, which ends at this many bytes. A larger one counts as larger than
@@ -173,12 +175,6 @@ std::int64_t CMemoryHandler::LayOutArray(CTypeArray* pArray, MemoryCursor& curso
     return bytes;
 }
 
-static bool IsInOutMember(const CMember* pMember)
-{
-    const CMemberFB* pMemberFB = pMember->AsMemberFB();
-    return pMemberFB && pMemberFB->m_IsInOut;
-}
-
 std::int64_t CMemoryHandler::LayOutStruct(CTypeStruct* pStruct, MemoryCursor& cursor)
 {
     CloseBits(cursor);
@@ -236,7 +232,7 @@ std::int64_t CMemoryHandler::GetCommonAlignment(const CTypeStruct* pStruct)
         CType* pType = BaseOf(pMember->m_Type);
         CompleteLayout(pType);
         std::int64_t align = AlignOf(pType);
-        if (IsInOutMember(pMember.get())) align = std::max<std::int64_t>(BitsOf(m_DataTypes.m_PointerType) / 8, 1);
+        if (pMember->IsInOut()) align = std::max<std::int64_t>(BitsOf(m_DataTypes.m_PointerType) / 8, 1);
         common = ToStoredBytes(std::lcm(common, align));
     }
     return common;
@@ -247,7 +243,7 @@ std::int64_t CMemoryHandler::GetCommonAlignment(const CTypeStruct* pStruct)
 void CMemoryHandler::PlaceMember(CMember* pMember, std::int64_t start, MemoryCursor& cursor)
 {
     std::int64_t bytes = 0;
-    if (IsInOutMember(pMember)) {
+    if (pMember->IsInOut()) {
         const CType* pPointer = m_DataTypes.m_PointerType;
         CloseBits(cursor);
         bytes = BitsOf(pPointer) / 8;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 class CArrayOfArrayIndex;
@@ -31,12 +30,13 @@ public:
     CMemoryHandler(CErrorHandler& errors, CDataType& dataTypes, const bool& constantSubstitution);
     virtual ~CMemoryHandler() = default;
 
-    void LoadAreas(CXmlDocument& target);
-    void AddVariable(CVariable* pVariable);
+    void LoadAreas(CXmlDocument& target);    // the AREA nodes of the loaded target description
+    void AddVariable(CVariable* pVariable);  // not owned; notes it in one of the two lists
     void ClearLocalVariables();              // at the end of a POU's scope
 
     // Places all new variables: retain, local, global. Costs what is new since the last time.
     void AllocatePouVariables();
+    // The three steps of it. The first and the last report an area that is too small.
     void AllocateRetainVariables();
     void AllocateLocalVariables();
     void AllocateGlobalVariables();

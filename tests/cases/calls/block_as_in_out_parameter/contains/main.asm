@@ -15,7 +15,6 @@ DBI FILE 0 LINE 9
 	ADD(UDINT)
 	PUSHI(INT)
 	PUSH(INT)	[local+8]	;x
-
 DBI FILE 0 LINE 10
 	PUSH(BOOL)	1
 	PUSH(UDINT) [local+4] ; c
@@ -51,3 +50,4 @@ DBI FILE 0 LINE 12
 	PUSHI(INT)
 	PUSH(INT)	5
 
+	;Return value

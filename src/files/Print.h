@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+// To standard output, as it is.
+void Print(std::string_view text);
+
+// One line to standard error, where failures of the machine go (a full disk, a directory that can't be
+// written). What was printed before is flushed first, so that the two come in their order.
+void PrintFailure(std::string_view text);

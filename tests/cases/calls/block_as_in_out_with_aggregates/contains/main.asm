@@ -1,0 +1,74 @@
+DBI FILE 0 LINE 14
+	PUSH&(UDINT)	[global+0]	;g
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	8
+	ADD(UDINT)
+	POPI(UDINT)
+	PUSH&(UDINT)	[local+14]	;t
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	12
+	ADD(UDINT)
+	POPI(UDINT)
+	PUSH(UDINT)	[local+4]	;n
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	28
+	ADD(UDINT)
+	POPI(INT)
+	PUSH&(UDINT)	[local+8]	;ps
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	32
+	ADD(UDINT)
+	POPI(UDINT)
+	PUSH&(UDINT)	[local+14]	;t
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	36
+	ADD(UDINT)
+	POPI(UDINT)
+	PUSH(UDINT)	[local+0]	;io
+	JSR FUNCTION_c
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	20
+	ADD(UDINT)
+	PUSHI(UDINT)
+	PUSH&(UDINT)	[local+14]	;t
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	24
+	ADD(UDINT)
+	PUSHI(BOOL)
+	PUSH&(UDINT)	[local+14]	;t
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	16
+	ADD(UDINT)
+	PUSHI(INT)
+	PUSH&(UDINT)	[local+14]	;t
+DBI FILE 0 LINE 15
+	PUSH&(UDINT)	[local+14]	;t
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	36
+	ADD(UDINT)
+	POPI(UDINT)
+	PUSH&(UDINT)	[global+0]	;g
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	32
+	ADD(UDINT)
+	POPI(UDINT)
+	PUSH&(INT)	[local+12]	;l
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	28
+	ADD(UDINT)
+	POPI(INT)
+	PUSH(INT)	[local+12]	;l
+	TO_INT (INT)
+
+	PUSH(UDINT) [local+0] ; io
+	POPI(INT)
+	PUSH(UDINT)	[local+0]	;io
+	JSR FUNCTION_c
+	PUSH(UDINT) [local+0] ; io
+	PUSH(UDINT)	16
+	ADD(UDINT)
+	PUSHI(INT)
+	PUSH(INT)	[local+12]	;l
+	TO_INT (INT)
+
+DBI FILE 0 LINE 16
