@@ -44,7 +44,8 @@ install_missing() {
     fi
     echo "Installing: ${missing[*]}"
     if ! { "${root[@]}" apt-get update -qq &&
-           "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"; }
+           "${root[@]}" env DEBIAN_FRONTEND=noninteractive \
+               apt-get install -y -qq --no-install-recommends "${missing[@]}"; }
     then
         echo "These packages could not be installed: ${missing[*]}" >&2
         exit 1

@@ -1,5 +1,5 @@
-// The copy of the temporary assembler text into the final file. What no program reaches becomes comments, so
-// the lines of the used code keep their numbers and nothing is lost to a reader.
+// The copy of the temporary assembler text into the final file. What no program reaches becomes comments:
+// it takes no room in the machine, and nothing is lost to a reader.
 
 #include "driver/TemporaryFiles.h"
 #include "files/Fatal.h"

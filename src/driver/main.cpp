@@ -17,6 +17,6 @@ int main(int argc, char** argv)
     for (int i = 1; i < argc; ++i) arguments.emplace_back(argv[i]);
     const int exitStatus = CCompileDriver(g_Norvane).Run(arguments);
     std::fflush(stdout);
-    // Taking the tables and trees apart one by one would cost a tenth of the run for nothing.
+    // Taking the tables apart entry by entry would cost a tenth of the run for nothing.
     std::_Exit(exitStatus);
 }

@@ -12,7 +12,19 @@ constexpr std::array g_TokenTexts = {   // ORDER TOKENS
 #include "frontend/Tokens.def"
 #undef TOKEN
 };
-static_assert(g_FirstToken + g_TokenTexts.size() - 1 == AND, "the numbers run without a gap");
+
+constexpr bool IsNumberedWithoutGap()
+{
+    int expected = g_FirstToken;
+    for (const int number : {
+#define TOKEN(name, number, text) number,
+#include "frontend/Tokens.def"
+#undef TOKEN
+         })
+        if (number != expected++) return false;
+    return true;
+}
+static_assert(IsNumberedWithoutGap(), "the number of a token is its place in the list");
 
 }   // namespace
 

@@ -239,8 +239,10 @@ TEST(XmlNode, RealNumbers)
 
 TEST(XmlNode, Booleans)
 {
-    for (const char* text : {"1", "true", "Yes", "TRUE", "yEs"}) EXPECT_TRUE(CXmlAttribute("a", text).GetBool()) << text;
-    for (const char* text : {"on", "0", "", "2", "no", "y", " true"}) EXPECT_FALSE(CXmlAttribute("a", text).GetBool()) << text;
+    for (const char* text : {"1", "true", "Yes", "TRUE", "yEs"})
+        EXPECT_TRUE(CXmlAttribute("a", text).GetBool()) << text;
+    for (const char* text : {"on", "0", "", "2", "no", "y", " true"})
+        EXPECT_FALSE(CXmlAttribute("a", text).GetBool()) << text;
 }
 
 TEST(XmlNode, AMissingAttributeGivesTheDefault)

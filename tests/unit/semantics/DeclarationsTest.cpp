@@ -393,12 +393,14 @@ protected:
         norvane.BeginPou(FUNCTION);
         norvane.BeginVarBlock(VAR_INPUT, nullptr);
         const char* names[] = {"p0", "p1", "p2"};
-        for (std::size_t i = 0; i < parameters.size(); ++i) norvane.AddVariables(List({names[i]}), parameters[i], nullptr);
+        for (std::size_t i = 0; i < parameters.size(); ++i)
+            norvane.AddVariables(List({names[i]}), parameters[i], nullptr);
         norvane.EndVarBlock();
         CNode* pName = norvane.MakeIdentifier(HeapText("f"), At(1, 10));
         CNode* pReturnType = norvane.MakeReturnType(new CNode(RETURN_TYPE, At(1, 14)), pReturn);
-        CNode* pFunction = norvane.MakeNode(FUNCTION, At(1, 10),
-                                            {pName, pReturnType, new CNode(VAR_BLOCK, At(2, 1)), new CNode(STMT_LIST, At(3, 1))});
+        CNode* pBlock = new CNode(VAR_BLOCK, At(2, 1));
+        CNode* pStatements = new CNode(STMT_LIST, At(3, 1));
+        CNode* pFunction = norvane.MakeNode(FUNCTION, At(1, 10), {pName, pReturnType, pBlock, pStatements});
         norvane.m_Memory.ClearLocalVariables();
         norvane.m_LocalSymbols.Clear();
         return Keep(pFunction);

@@ -1,0 +1,11 @@
+;;		LOCALDATA 19
+;;			;Variable (0): f ((INT),VAR)
+;;			;Variable (2): p ((BOOL),VAR_INPUT)
+;;			;Variable (4): q ((INT),VAR_INPUT)
+;;			;Variable (8): o ((BOOL),VAR_OUTPUT)
+;;			;Variable (18): x ((BOOL),VAR)
+;;			;Variable (12): y ((DINT),VAR)
+;;			;Variable (18): z ((BOOL),VAR)
+;;			;Variable (16): arr ((UDINT),VAR)
+;;			;Variable (2): lr ((BOOL),VAR)
+;;			;Variable (0): ls ((INT),VAR)
