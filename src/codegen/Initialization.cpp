@@ -68,6 +68,7 @@ private:
                     const CInitValue* pInit);
     void StepStruct();
     void StepArray();
+    bool FitsItsSlot(const CMember& member) const;
     void WriteScalarMember(InitFrame& frame, const CMember& member, std::int64_t offset);
     void WriteScalarElements(const CTypeArray& array, const CInitArray& init, std::int64_t offset, std::int64_t count,
                              std::int64_t stride);
@@ -161,6 +162,14 @@ void CInitWalk::EnterArray(const CTypeArray* pArray, std::int64_t offset, const 
     m_Frames.push_back(frame);
 }
 
+// An in-out member is a pointer in the instance. A value that is wider than that would be written over the
+// members behind it, and every call sets the pointer anyway.
+bool CInitWalk::FitsItsSlot(const CMember& member) const
+{
+    if (!member.IsInOut()) return true;
+    return !IsAggregate(member.m_Type) && member.m_Type->m_SizeBits <= m_Code.m_PointerType->m_SizeBits;
+}
+
 void CInitWalk::StepStruct()
 {
     InitFrame& frame = m_Frames.back();
@@ -171,7 +180,7 @@ void CInitWalk::StepStruct()
         return;
     }
     const CMember& member = *frame.pStruct->m_Members[static_cast<std::size_t>(frame.next++)];
-    if (!member.m_Type) return;
+    if (!member.m_Type || (IsAggregate(member.m_Type) && !FitsItsSlot(member))) return;
     m_Name += '.';
     m_Name += member.m_Name;
     const std::int64_t offset = frame.offset + member.m_Offset;
@@ -202,7 +211,7 @@ void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::
     // With an initialiser only what it names is set; the member's own default doesn't come in then.
     const CInitValue* pValue = frame.pInit ? FindMemberInit(frame.pInit, member) : member.m_InitValue.get();
     const std::string value = pValue ? pValue->GetText(false) : std::string();
-    if (value.empty()) return;
+    if (value.empty() || !FitsItsSlot(member)) return;
     m_Text += "\tPUSH(" + type.m_Name + (frame.pInit ? ")\t" : ") \t") + value + "\n";
     AppendStore(type, offset, bitText);
 }

@@ -77,7 +77,7 @@ void CMemoryHandler::ClearLocalVariables()
 
 bool CMemoryHandler::IsSubstituted(const CVariable* pVariable) const
 {
-    if (!m_ConstantSubstitution || !pVariable->m_IsConstant) return false;
+    if (!m_ConstantSubstitution || !pVariable->m_IsConstant || pVariable->IsParameter()) return false;
     return !pVariable->IsArray() && !BaseOf(pVariable->m_Type)->IsStruct();
 }
 

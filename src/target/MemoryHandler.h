@@ -56,7 +56,8 @@ public:
     std::int32_t ComputeVariableLayout(const CVariable* pVariable);
 
     // A variable that is replaced by its value wherever it is used, and so has no memory: with constant
-    // substitution on, a CONSTANT that is no array variable and has no structure type.
+    // substitution on, a CONSTANT that is no array variable and has no structure type. A parameter never is:
+    // its value comes from the caller.
     bool IsSubstituted(const CVariable* pVariable) const;
     // Bytes of a pointer slot: the pointer type's alignment added to itself until it holds its size.
     std::int32_t GetPointerSlotSize() const;

@@ -14,6 +14,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -154,7 +155,9 @@ void CaseRun::CheckStretch(const std::string& name, std::string_view expected, s
     for (std::size_t start = 0; start < have.size(); ++start) {
         std::size_t i = 0;
         while (i < want.size() && start + i < have.size() && want[i] == have[start + i]) ++i;
-        if (i > best) best = i, bestStart = start;
+        if (i <= best) continue;
+        best = i;
+        bestStart = start;
     }
     const std::size_t line = bestStart + best;
     Fail(name + " does not hold the stretch; its first " + std::to_string(best) + " line(s) stand at line " +
