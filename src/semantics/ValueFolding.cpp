@@ -11,7 +11,7 @@
 
 using ValuePointer = std::unique_ptr<CInitValue>;
 
-// Which kinds of value an operator knows. The order is that of the settled fall-through: an operator that
+// Which kinds of value an operator knows. The order is that of a fall-through that is wanted: an operator that
 // doesn't know the kind hands on to the next one below that does, so that "r MOD 2" on a REAL adds and AND
 // of two REAL compares. Sources that declare such values rely on it, so don't repair it.
 struct FoldRule

@@ -12,7 +12,6 @@
 // A case without target.xml of its own takes the one beside this program. Source files are dated 2024-01-01
 // 00:00:00 UTC, which gives the file time -989724672.
 
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>

@@ -290,6 +290,13 @@ TEST_F(DebugInformation, EachKindOfType)
     addFbMember("s", pPair);
     m_Norvane.m_DataTypes.AddType(std::move(pBlock));
 
+    // An alias of a structure shows the members, too.
+    const std::string members = "<MEMBER name=\"A\" datatype=\"BOOL\" offset=\"0\" bit=\"0\"/>"
+                                "<MEMBER name=\"b\" datatype=\"BOOL\" offset=\"0\" bit=\"1\"/>"
+                                "<MEMBER name=\"c\" datatype=\"INT\" offset=\"2\"/>"
+                                "<MEMBER name=\"d\" datatype=\"INT[1..3]\" offset=\"4\" displacement=\"[2]\"/>"
+                                "<MEMBER name=\"e\" datatype=\"BOOL[0..7]\" offset=\"10\" displacement=\"[1]\" bit=\"0\"/>"
+                                "</TYPE>";
     EXPECT_EQ(Part(Write(), "<DATATYPE>", "</DATATYPE>"),
               "<DATATYPE>"
               "<TYPE name=\"INT\" datatype=\"INT\" align=\"2\" size=\"16\"/>"
@@ -297,14 +304,8 @@ TEST_F(DebugInformation, EachKindOfType)
               "<TYPE name=\"INT[]\" datatype=\"INT[]\" align=\"-1\" size=\"-1\"/>"
               "<TYPE name=\"BOOL[]\" datatype=\"BOOL[]\" align=\"-1\" size=\"-1\"/>"
               "<TYPE name=\"myint\" datatype=\"INT\" align=\"2\" size=\"16\"/>"
-              "<TYPE name=\"pair\" type=\"STRUCT\">"
-              "<MEMBER name=\"A\" datatype=\"BOOL\" offset=\"0\" bit=\"0\"/>"
-              "<MEMBER name=\"b\" datatype=\"BOOL\" offset=\"0\" bit=\"1\"/>"
-              "<MEMBER name=\"c\" datatype=\"INT\" offset=\"2\"/>"
-              "<MEMBER name=\"d\" datatype=\"INT[1..3]\" offset=\"4\" displacement=\"[2]\"/>"
-              "<MEMBER name=\"e\" datatype=\"BOOL[0..7]\" offset=\"10\" displacement=\"[1]\" bit=\"0\"/>"
-              "</TYPE>"
-              "<TYPE name=\"couple\" datatype=\"pair\" align=\"-1\" size=\"-1\"/>"
+              "<TYPE name=\"pair\" type=\"STRUCT\">" + members +
+              "<TYPE name=\"couple\" type=\"STRUCT\">" + members +
               "<TYPE name=\"block\" type=\"FUNCTION_BLOCK\">"
               "<MEMBER name=\"p\" datatype=\"BOOL\" offset=\"-1\" bit=\"0\" class=\"Input\"/>"
               "<MEMBER name=\"q\" datatype=\"INT\" offset=\"-1\" class=\"Output\"/>"
