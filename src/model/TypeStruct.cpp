@@ -33,8 +33,7 @@ void CTypeStruct::AddMember(std::unique_ptr<CMember> pMember)
     const CMember* pBefore = m_Members.empty() ? nullptr : m_Members.back().get();
     pMember->m_BoolsInFront = pBefore && IsBoolMember(*pBefore) ? pBefore->m_BoolsInFront + 1 : 0;
     const int position = static_cast<int>(m_Members.size());
-    const bool isNewName = m_ByName.try_emplace(ToLowerCase(pMember->m_Name), position).second;
-    if (!isNewName) m_OtherSpellings.try_emplace(pMember->m_Name, position);
+    m_ByName.try_emplace(ToLowerCase(pMember->m_Name), position);   // of members of one name the first is found
     m_Members.push_back(std::move(pMember));
 }
 
@@ -44,15 +43,6 @@ CMember* CTypeStruct::FindMember(std::string_view name, int* pIndex) const
     if (entry == m_ByName.end()) return nullptr;
     if (pIndex) *pIndex = entry->second;
     return m_Members[static_cast<std::size_t>(entry->second)].get();
-}
-
-// A name list such as "a, A" makes two members without a word, and here they are two.
-CMember* CTypeStruct::FindMemberExact(std::string_view name) const
-{
-    CMember* pMember = FindMember(name);
-    if (!pMember || pMember->m_Name == name) return pMember;
-    const auto entry = m_OtherSpellings.find(std::string(name));
-    return entry == m_OtherSpellings.end() ? nullptr : m_Members[static_cast<std::size_t>(entry->second)].get();
 }
 
 std::unique_ptr<CTypeStruct> CTypeStruct::Clone() const

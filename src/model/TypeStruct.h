@@ -20,7 +20,6 @@ public:
     void AddMember(std::unique_ptr<CMember> pMember);
     // The first member of the name, in any case; its position through pIndex if asked for. Null if absent.
     CMember* FindMember(std::string_view name, int* pIndex = nullptr) const;
-    CMember* FindMemberExact(std::string_view name) const;   // the spelling must agree too
     virtual std::unique_ptr<CTypeStruct> Clone() const;
     // The bit of a BOOL member in its byte: how many BOOL members stand directly in front of it, modulo 8.
     // 0 for other members, for the first, for arrays, and for in-out members of a function block.
@@ -33,7 +32,6 @@ protected:
 
 private:
     std::unordered_map<std::string, int> m_ByName;   // first position of each lower-cased name
-    std::unordered_map<std::string, int> m_OtherSpellings;   // as written, of members whose name was taken by then
 };
 
 // The structure of a function block's instances. Its members are CMemberFB.

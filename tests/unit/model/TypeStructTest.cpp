@@ -41,16 +41,6 @@ TEST_F(TypeStructTest, MembersAreFoundInAnyCase)
     EXPECT_EQ(m_Struct.m_Members[0]->m_Name, "Level");
 }
 
-TEST_F(TypeStructTest, ExactSearchWantsTheSpelling)
-{
-    CMember* pLevel = Add(m_Struct, "Level", &m_Int);
-    CMember* pOther = Add(m_Struct, "LEVEL", &m_Int);
-    EXPECT_EQ(m_Struct.FindMemberExact("Level"), pLevel);
-    EXPECT_EQ(m_Struct.FindMemberExact("LEVEL"), pOther);
-    EXPECT_EQ(m_Struct.FindMemberExact("level"), nullptr);
-    EXPECT_EQ(m_Struct.FindMemberExact("none"), nullptr);
-}
-
 TEST_F(TypeStructTest, FirstMemberOfANameWins)
 {
     CMember* pFirst = Add(m_Struct, "a", &m_Int);
@@ -59,7 +49,6 @@ TEST_F(TypeStructTest, FirstMemberOfANameWins)
     int index = -1;
     EXPECT_EQ(m_Struct.FindMember("a", &index), pFirst);
     EXPECT_EQ(index, 0);
-    EXPECT_EQ(m_Struct.FindMemberExact("a"), pFirst);
     EXPECT_EQ(m_Struct.m_Members.size(), 3u);
 }
 

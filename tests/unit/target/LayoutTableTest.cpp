@@ -2,7 +2,8 @@
 // that touches memory, and three targets. The numbers are worked out by hand from these rules:
 //
 // - A BYTE named `lead` stands first and takes byte 0, so that alignment shows. Behind it come a constant `k` and
-//   the variable `x`, both of the type in question. The constant has no place unless -cso0 is given.
+//   the variable `x`, both of the type in question. The constant has no place unless -cso0 is given or it is a
+//   parameter, whose value comes from the caller.
 // - A type of whole bytes goes to the next multiple of its alignment. A BOOL takes the next bit of a byte that
 //   BOOLs have opened. Else it opens one at the next multiple of its alignment; its size is then the padding,
 //   and its offset that byte less the padding. -b gives each BOOL a whole aligned byte.
@@ -81,40 +82,40 @@ constexpr Row g_Plain[] = {
 
 // Offset, size and bit of `x` as an input.
 constexpr Row g_Inputs[] = {
-    {ByteAligned, OneByte, {{{1, 1, 0}, {1, 1, 0}, {1, 1, 0}, {2, 1, 0}}}},
-    {ByteAligned, TwoBytes, {{{1, 2, 0}, {1, 2, 0}, {1, 2, 0}, {3, 2, 0}}}},
-    {ByteAligned, FourBytes, {{{1, 4, 0}, {1, 4, 0}, {1, 4, 0}, {5, 4, 0}}}},
-    {ByteAligned, EightBytes, {{{1, 8, 0}, {1, 8, 0}, {1, 8, 0}, {9, 8, 0}}}},
-    {ByteAligned, OneBit, {{{1, 1, 0}, {1, 1, 0}, {1, 1, 0}, {2, 1, 0}}}},
-    {FourAligned, OneByte, {{{4, 1, 0}, {4, 1, 0}, {4, 1, 0}, {8, 1, 0}}}},
-    {FourAligned, TwoBytes, {{{4, 2, 0}, {4, 2, 0}, {4, 2, 0}, {8, 2, 0}}}},
-    {FourAligned, FourBytes, {{{4, 4, 0}, {4, 4, 0}, {4, 4, 0}, {8, 4, 0}}}},
-    {FourAligned, EightBytes, {{{4, 8, 0}, {4, 8, 0}, {4, 8, 0}, {12, 8, 0}}}},
-    {FourAligned, OneBit, {{{4, 1, 0}, {4, 1, 0}, {4, 1, 0}, {8, 1, 0}}}},
-    {WidePointers, OneByte, {{{1, 1, 0}, {1, 1, 0}, {1, 1, 0}, {2, 1, 0}}}},
-    {WidePointers, TwoBytes, {{{2, 2, 0}, {2, 2, 0}, {2, 2, 0}, {4, 2, 0}}}},
-    {WidePointers, FourBytes, {{{4, 4, 0}, {4, 4, 0}, {4, 4, 0}, {8, 4, 0}}}},
-    {WidePointers, EightBytes, {{{8, 8, 0}, {8, 8, 0}, {8, 8, 0}, {16, 8, 0}}}},
-    {WidePointers, OneBit, {{{1, 1, 0}, {1, 1, 0}, {1, 1, 0}, {2, 1, 0}}}},
+    {ByteAligned, OneByte, {{{2, 1, 0}, {2, 1, 0}, {2, 1, 0}, {2, 1, 0}}}},
+    {ByteAligned, TwoBytes, {{{3, 2, 0}, {3, 2, 0}, {3, 2, 0}, {3, 2, 0}}}},
+    {ByteAligned, FourBytes, {{{5, 4, 0}, {5, 4, 0}, {5, 4, 0}, {5, 4, 0}}}},
+    {ByteAligned, EightBytes, {{{9, 8, 0}, {9, 8, 0}, {9, 8, 0}, {9, 8, 0}}}},
+    {ByteAligned, OneBit, {{{2, 1, 0}, {2, 1, 0}, {2, 1, 0}, {2, 1, 0}}}},
+    {FourAligned, OneByte, {{{8, 1, 0}, {8, 1, 0}, {8, 1, 0}, {8, 1, 0}}}},
+    {FourAligned, TwoBytes, {{{8, 2, 0}, {8, 2, 0}, {8, 2, 0}, {8, 2, 0}}}},
+    {FourAligned, FourBytes, {{{8, 4, 0}, {8, 4, 0}, {8, 4, 0}, {8, 4, 0}}}},
+    {FourAligned, EightBytes, {{{12, 8, 0}, {12, 8, 0}, {12, 8, 0}, {12, 8, 0}}}},
+    {FourAligned, OneBit, {{{8, 1, 0}, {8, 1, 0}, {8, 1, 0}, {8, 1, 0}}}},
+    {WidePointers, OneByte, {{{2, 1, 0}, {2, 1, 0}, {2, 1, 0}, {2, 1, 0}}}},
+    {WidePointers, TwoBytes, {{{4, 2, 0}, {4, 2, 0}, {4, 2, 0}, {4, 2, 0}}}},
+    {WidePointers, FourBytes, {{{8, 4, 0}, {8, 4, 0}, {8, 4, 0}, {8, 4, 0}}}},
+    {WidePointers, EightBytes, {{{16, 8, 0}, {16, 8, 0}, {16, 8, 0}, {16, 8, 0}}}},
+    {WidePointers, OneBit, {{{2, 1, 0}, {2, 1, 0}, {2, 1, 0}, {2, 1, 0}}}},
 };
 
 // Offset, size and bit of `x` as an output or an in-out.
 constexpr Row g_Pointers[] = {
-    {ByteAligned, OneByte, {{{1, 4, 0}, {1, 1, 0}, {1, 4, 0}, {5, 4, 0}}}},
-    {ByteAligned, TwoBytes, {{{1, 4, 0}, {1, 2, 0}, {1, 4, 0}, {5, 4, 0}}}},
-    {ByteAligned, FourBytes, {{{1, 4, 0}, {1, 4, 0}, {1, 4, 0}, {5, 4, 0}}}},
-    {ByteAligned, EightBytes, {{{1, 4, 0}, {1, 8, 0}, {1, 4, 0}, {5, 4, 0}}}},
-    {ByteAligned, OneBit, {{{1, 4, 0}, {1, 1, 0}, {1, 4, 0}, {5, 4, 0}}}},
-    {FourAligned, OneByte, {{{4, 4, 0}, {4, 1, 0}, {4, 4, 0}, {8, 4, 0}}}},
-    {FourAligned, TwoBytes, {{{4, 4, 0}, {4, 2, 0}, {4, 4, 0}, {8, 4, 0}}}},
-    {FourAligned, FourBytes, {{{4, 4, 0}, {4, 4, 0}, {4, 4, 0}, {8, 4, 0}}}},
-    {FourAligned, EightBytes, {{{4, 4, 0}, {4, 8, 0}, {4, 4, 0}, {8, 4, 0}}}},
-    {FourAligned, OneBit, {{{4, 4, 0}, {4, 1, 0}, {4, 4, 0}, {8, 4, 0}}}},
-    {WidePointers, OneByte, {{{8, 8, 0}, {1, 1, 0}, {8, 8, 0}, {16, 8, 0}}}},
-    {WidePointers, TwoBytes, {{{8, 8, 0}, {2, 2, 0}, {8, 8, 0}, {16, 8, 0}}}},
-    {WidePointers, FourBytes, {{{8, 8, 0}, {4, 4, 0}, {8, 8, 0}, {16, 8, 0}}}},
-    {WidePointers, EightBytes, {{{8, 8, 0}, {8, 8, 0}, {8, 8, 0}, {16, 8, 0}}}},
-    {WidePointers, OneBit, {{{8, 8, 0}, {1, 1, 0}, {8, 8, 0}, {16, 8, 0}}}},
+    {ByteAligned, OneByte, {{{5, 4, 0}, {2, 1, 0}, {5, 4, 0}, {5, 4, 0}}}},
+    {ByteAligned, TwoBytes, {{{5, 4, 0}, {3, 2, 0}, {5, 4, 0}, {5, 4, 0}}}},
+    {ByteAligned, FourBytes, {{{5, 4, 0}, {5, 4, 0}, {5, 4, 0}, {5, 4, 0}}}},
+    {ByteAligned, EightBytes, {{{5, 4, 0}, {9, 8, 0}, {5, 4, 0}, {5, 4, 0}}}},
+    {ByteAligned, OneBit, {{{5, 4, 0}, {2, 1, 0}, {5, 4, 0}, {5, 4, 0}}}},
+    {FourAligned, OneByte, {{{8, 4, 0}, {8, 1, 0}, {8, 4, 0}, {8, 4, 0}}}},
+    {FourAligned, TwoBytes, {{{8, 4, 0}, {8, 2, 0}, {8, 4, 0}, {8, 4, 0}}}},
+    {FourAligned, FourBytes, {{{8, 4, 0}, {8, 4, 0}, {8, 4, 0}, {8, 4, 0}}}},
+    {FourAligned, EightBytes, {{{8, 4, 0}, {12, 8, 0}, {8, 4, 0}, {8, 4, 0}}}},
+    {FourAligned, OneBit, {{{8, 4, 0}, {8, 1, 0}, {8, 4, 0}, {8, 4, 0}}}},
+    {WidePointers, OneByte, {{{16, 8, 0}, {2, 1, 0}, {16, 8, 0}, {16, 8, 0}}}},
+    {WidePointers, TwoBytes, {{{16, 8, 0}, {4, 2, 0}, {16, 8, 0}, {16, 8, 0}}}},
+    {WidePointers, FourBytes, {{{16, 8, 0}, {8, 4, 0}, {16, 8, 0}, {16, 8, 0}}}},
+    {WidePointers, EightBytes, {{{16, 8, 0}, {16, 8, 0}, {16, 8, 0}, {16, 8, 0}}}},
+    {WidePointers, OneBit, {{{16, 8, 0}, {2, 1, 0}, {16, 8, 0}, {16, 8, 0}}}},
 };
 
 // Of a structure of a BYTE and a member of the type: offset of the variable, offset of the member, size.
