@@ -218,6 +218,8 @@ private:
     void GenerateFbCall(const CNode* pNode, std::string& text);
 
     // PouFrames.cpp
+    // For what the checks accept and no code can express: one line on standard error, exit status 1.
+    [[noreturn]] static void EndGeneration(const SourceLocation& where, const std::string& text);
     bool BeginFrame(const CNode* pNode);
     void WritePouHeader(const CPou* pPou);
     void WriteFunctionFrame(CNode* pNode);

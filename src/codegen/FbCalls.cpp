@@ -210,11 +210,9 @@ void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbPara
     if (text.back() != '\n') text += '\n';   // left open by the output before
     GeneratePointedMember(call, parameter, text);
     text += "\tPUSHI" + parameter.suffix + "\n";
-    if (!call.pLastAssigned) {
-        const SourceLocation& where = call.pNode->location;
-        InternalFault((where.szFile ? where.szFile : "") + FormatText("(%d,%d)", where.nFirstLine, where.nFirstColumn) +
-                      ": the call of " + call.pInstance->m_Name + " takes an output and assigns no input");
-    }
+    if (!call.pLastAssigned)
+        EndGeneration(call.pNode->location, "the call of " + call.pInstance->m_Name +
+                                                " through a pointer takes an output and assigns no input");
     GenerateValueOrAddress(call.pLastAssigned, parameter.isInOut, text);
     text.pop_back();
 }

@@ -19,6 +19,12 @@
 #include <algorithm>
 #include <limits>
 
+void CCodeGeneration::EndGeneration(const SourceLocation& where, const std::string& text)
+{
+    const std::string position = FormatText("(%d,%d) : error: ", where.nFirstLine, where.nFirstColumn);
+    EndProgram(1, (where.szFile ? where.szFile : "") + position + text);
+}
+
 static const char* GetPouKindName(const CPou* pPou)
 {
     if (pPou->IsFunction()) return "FUNCTION";
@@ -241,7 +247,8 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     pPou->m_LocalSize = ToStoredBytes(slots * m_PointerType->m_Align);
     WriteTabLine(FormatText("LOCALDATA %d", std::max(pPou->m_LocalSize, 1)));
     m_CurrentFb = pPou;
-    if (pStruct->m_Members.empty()) EndProgram(1, "error: function block " + pPou->m_Name + " has no variables");
+    if (pStruct->m_Members.empty())
+        EndGeneration(pPou->m_Location, "function block " + pPou->m_Name + " has no variables");
 
     const std::string pointer = GetPointerSuffix();
     WriteTabLine(";Read input parameter");

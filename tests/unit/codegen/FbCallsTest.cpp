@@ -108,7 +108,7 @@ TEST_F(FbCallsTest, AnInOutMemberOfAnInstanceHeldByPointer)
 TEST_F(FbCallsTest, AnOutputOfAPointedInstanceNeedsAnAssignedValue)
 {
     EXPECT_EXIT(Function("VAR_IN_OUT f : small; END_VAR VAR x : INT; END_VAR", "f(o => x);", g_Small),
-                testing::ExitedWithCode(3), "internal fault: test.st.2,1.: the call of f takes an output");
+                testing::ExitedWithCode(1), "test.st.2,1. : error: the call of f through a pointer takes an output");
 }
 
 TEST_F(FbCallsTest, InABlockAnInstanceIsReachedThroughItsSlot)
