@@ -110,7 +110,7 @@ void CCodeGeneration::GenerateReal(const CNode* pNode, std::string& text)
 // in an assignment.
 void CCodeGeneration::GenerateStringLiteral(const CNode* pNode, std::string& text)
 {
-    for (const char byte : pNode->szString) {
+    for (const char byte : pNode->szString.Get()) {
         AppendFormat(text, "\tPUSH%d ;", static_cast<signed char>(byte));
         text += byte;
         text += '\n';

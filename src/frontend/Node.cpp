@@ -65,7 +65,7 @@ static void AppendNameAttributes(const CNode& node, std::string& text)
     if (node.szName.empty()) return;
     AppendAttribute(text, "name", node.szName);
     if (node.pInit) AppendAttribute(text, "value", node.pInit->GetText(true));
-    if (!node.szDirect.empty()) AppendAttribute(text, "direct", node.szDirect);
+    if (!node.szDirect.IsEmpty()) AppendAttribute(text, "direct", node.szDirect.Get());
 }
 
 static void AppendAttributes(const CNode& node, std::string& text)
@@ -76,7 +76,7 @@ static void AppendAttributes(const CNode& node, std::string& text)
         break;
     case IMM_REAL: AppendAttribute(text, "value", FormatText("%f", node.dValue)); break;
     case IDENTIFIER: AppendNameAttributes(node, text); break;
-    case STR_DIR: AppendAttribute(text, "value", node.szString); break;
+    case STR_DIR: AppendAttribute(text, "value", node.szString.Get()); break;
     case LIST_ID: AppendNameAttributes(node, text); break;
     case RETURN_TYPE: AppendNameAttributes(node, text); break;
     case FUNCTION_CALL: AppendAttribute(text, "name", node.szName); break;

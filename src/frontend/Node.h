@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frontend/RareText.h"
 #include "frontend/SourceLocation.h"
 #include "frontend/Tokens.h"
 #include "model/InitValue.h"
@@ -46,14 +47,14 @@ public:
     void WriteXml(OutputTextFile& file) const;
 
     CArrayIndex* pArrayIndex = nullptr;      // not owned: index ranges that apply at this point of an array access
+    int nKind;
     bool bThroughInOut = false;              // the path goes through an in-out member of a function block
     bool bUnreachableWarned = false;         // of a list: the one warning about statements behind RETURN or EXIT is out
-    std::string szDirect;                    // address text of a declared variable without "%"; empty: none
-    std::string szString;                    // text of a string literal
+    CRareText szDirect;                      // address text of a declared variable without "%"; empty: none
+    CRareText szString;                      // text of a string literal
     std::unique_ptr<CInitValue> pInit;       // value of a SIMPLIFIED node, or what else is attached; may be null
     std::int64_t nValue = 0;                 // of an IMM_INTEGER; 1 marks a FUNCTION_CALL as a statement
     double dValue = 0;                       // of an IMM_REAL
-    int nKind;
     std::string szName;                      // of NEW_ID, IDENTIFIER, RETURN_TYPE, LIST_ID and calls; empty: none
     CType* pType = nullptr;                  // type of the expression, not owned; null: untyped
     // What the node resolved to, not owned; at most one of them is set, by the kind of the node.

@@ -170,7 +170,7 @@ void CNorvane::AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit)
     pName->pType = pVariable->m_Type;
     pName->pVariable = pVariable.get();
 
-    if (!pName->szDirect.empty()) PlaceAtAddress(*pVariable, pName);
+    if (!pName->szDirect.IsEmpty()) PlaceAtAddress(*pVariable, pName);
     if (pInit && JoinsParameters()) WarnInitialisedParameter(pName->location);
     pVariable->m_InitValue = CloneOrNull(pValue);
     pName->pInit = CloneOrNull(pValue);
@@ -209,7 +209,7 @@ std::unique_ptr<CVariable> CNorvane::MakeBlockVariable(CType*& pType, const CIni
 void CNorvane::PlaceAtAddress(CVariable& variable, const CNode* pName)
 {
     if (variable.IsHeldByPointer()) m_Errors.ErrDirectAsFormal(pName->location);
-    variable.m_DirectAddress = pName->szDirect;
+    variable.m_DirectAddress = pName->szDirect.Get();
     m_Memory.SetDirectAddress(&variable, pName->location, /*checkAlignment=*/true);
 }
 

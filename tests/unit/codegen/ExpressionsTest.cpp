@@ -67,7 +67,7 @@ TEST_F(ExpressionsTest, AStringLiteralPushesItsBytes)
     norvane.m_Code.GenerateNode(pString, text);
     EXPECT_EQ(text, "\tPUSH65 ;A\n\tPUSH59 ;;\n\tPUSH-23 ;\xE9\n\n");
 
-    pString->szString.clear();
+    pString->szString.Clear();
     text.clear();
     norvane.m_Code.GenerateNode(pString, text);
     EXPECT_EQ(text, "\n");

@@ -167,7 +167,7 @@ TEST_F(HandMadeAssignment, StringLiteral)
               "\tPOP(SINT)\t[local+12]\n"
               "\tPUSH -23 ;\xE9\n"
               "\tPOP(SINT)\t[local+16]\n");
-    pLiteral->szString.clear();
+    pLiteral->szString.Clear();
     EXPECT_EQ(Assign(Use(x), pLiteral), "\n");
 }
 

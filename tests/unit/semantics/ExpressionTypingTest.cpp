@@ -739,7 +739,7 @@ TEST_F(ExpressionTyping, StringLiteralHasItsTypeAndAPlaceOfItsOwn)
     pLiteral->AppendText("abc");
     CNode* pNode = norvane.MakeString(pLiteral, SourceLocation{3, 10, 4, 11, "t.st"});
     EXPECT_EQ(pNode->nKind, STR_DIR);
-    EXPECT_EQ(pNode->szString, "abc");
+    EXPECT_EQ(pNode->szString.Get(), "abc");
     EXPECT_EQ(NameOf(pNode->pType), "STRING");
     EXPECT_EQ(pNode->location.nFirstLine, 3);
     EXPECT_EQ(pNode->location.nFirstColumn, 7);
