@@ -5,6 +5,7 @@
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "files/OutputTextFile.h"
+#include "files/XmlDocument.h"
 #include "frontend/Node.h"
 #include "model/Type.h"
 #include "model/Variable.h"
@@ -14,6 +15,8 @@ CCodeGeneration::CCodeGeneration(CNorvane& norvane)
     : m_Norvane(norvane), m_ErrorHandler(&norvane.m_Errors), m_MemoryHandler(&norvane.m_Memory)
 {
 }
+
+CCodeGeneration::~CCodeGeneration() = default;
 
 void CCodeGeneration::WriteText(std::string_view text)
 {

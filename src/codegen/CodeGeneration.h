@@ -3,6 +3,7 @@
 #include "codegen/Label.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,6 +22,7 @@ class CType;
 class CTypeStruct;
 class CTypeStructFB;
 class CVariable;
+class CXmlDocument;
 class CXmlNode;
 class OutputTextFile;
 struct SourceLocation;
@@ -51,7 +53,7 @@ class CCodeGeneration
 {
 public:
     explicit CCodeGeneration(CNorvane& norvane);
-    virtual ~CCodeGeneration() = default;
+    virtual ~CCodeGeneration();
 
     // The output file and the texts that instructions are made of (AssemblerText.cpp).
     void WriteText(std::string_view text);            // an internal fault while no output is open
@@ -262,6 +264,8 @@ private:
     void AddTypeElement(CXmlNode* pList, const CType* pType) const;
     static void SetSigns(CXmlNode* pElement, const DebugSigns& signs);
 
+    // Lives on until the process ends: taking it apart would cost more than writing it.
+    std::unique_ptr<CXmlDocument> m_DebugDocument;
     CNorvane& m_Norvane;
     CErrorHandler* m_ErrorHandler;
     CMemoryHandler* m_MemoryHandler;

@@ -270,8 +270,8 @@ std::string CCodeGeneration::GetDebugName(const std::string& outputName)
 
 bool CCodeGeneration::WriteDebugInformation(const std::string& outputName)
 {
-    CXmlDocument document;
-    CXmlNode& root = document.m_Root;
+    m_DebugDocument = std::make_unique<CXmlDocument>();
+    CXmlNode& root = m_DebugDocument->m_Root;
     root.m_Name = "DBI";
     CXmlNode* pSign = WriteDebugInfo(root);
 
@@ -294,5 +294,5 @@ bool CCodeGeneration::WriteDebugInformation(const std::string& outputName)
     for (const CType* pType : m_Norvane.m_DataTypes.GetTypes())
         if (pType->m_Allowed && pType->m_Name != "ERROR") AddTypeElement(pTypes, pType);
 
-    return document.Save(GetDebugName(outputName)) == 0;
+    return m_DebugDocument->Save(GetDebugName(outputName)) == 0;
 }

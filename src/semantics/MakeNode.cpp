@@ -121,7 +121,7 @@ CNode* CNorvane::MakeVariable(char* szName, const SourceLocation& location)
     return pNode;
 }
 
-// Writes the tree beside the source if the user asked for it. The parser frees it behind this call.
+// Writes the tree beside the source if the user asked for it.
 void CNorvane::FinishSourceFile(CNode* pRoot)
 {
     if (!m_DumpTree || !pRoot || !g_CurrentFileName) return;
