@@ -1,4 +1,5 @@
 #include "CompileText.h"
+#include "files/TemporaryDirectory.h"
 
 #include "frontend/Node.h"
 #include "model/TypeArray.h"
@@ -20,17 +21,15 @@ protected:
     template <typename Action>
     std::string Written(Action action)
     {
-        const std::string path = testing::TempDir() + "assembler_text_test.asm";
+        const TemporaryDirectory directory;   // tests run side by side
+        const std::string path = directory.Name("written.asm");
         OutputTextFile output;
         EXPECT_TRUE(output.Open(path));
         norvane.m_Code.m_Output = &output;
         action();
         norvane.m_Code.m_Output = nullptr;
         EXPECT_TRUE(output.Close());
-        std::ifstream file(path, std::ios::binary);
-        std::string text(std::istreambuf_iterator<char>(file), {});
-        std::remove(path.c_str());
-        return text;
+        return directory.Read("written.asm");
     }
 
     static void Place(CVariable& variable, CType* pType, int offsetBytes, int bit)

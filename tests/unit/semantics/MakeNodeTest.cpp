@@ -1,3 +1,4 @@
+#include "files/TemporaryDirectory.h"
 #include "semantics/ExpressionFixture.h"
 
 #include <filesystem>
@@ -11,13 +12,8 @@ class MakeNode : public ExpressionFixture
 protected:
     MakeNode()
     {
-        const testing::TestInfo* pInfo = testing::UnitTest::GetInstance()->current_test_info();
-        folder = std::filesystem::temp_directory_path() / (std::string("make_node_") + pInfo->name());
-        std::filesystem::remove_all(folder);
-        std::filesystem::create_directories(folder);
+        folder = directory.Path();
     }
-
-    ~MakeNode() override { std::filesystem::remove_all(folder); }
 
     static std::string ReadFile(const std::filesystem::path& name)
     {
@@ -27,6 +23,7 @@ protected:
         return text.str();
     }
 
+    TemporaryDirectory directory;
     std::filesystem::path folder;
 };
 
