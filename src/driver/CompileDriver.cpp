@@ -16,6 +16,8 @@
 
 static constexpr int g_NoTargetMessage = 111;
 static constexpr int g_TargetNotFoundMessage = 112;
+// The output's name as long as no -o sets one, and so no name at all. That the temporary file is called the same is
+// wanted, too: `-o output.asm` is no -o.
 static constexpr std::string_view g_DefaultOutput = "output.asm";
 // What marks the firmware library's temporary source.
 static constexpr std::string_view g_LibraryMark = ".~";

@@ -7,9 +7,9 @@
 #include "model/Member.h"
 #include "model/Pou.h"
 #include "model/Type.h"
-#include "model/TypeArray.h"
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
+#include "target/PathBounds.h"
 
 #include <unordered_set>
 
@@ -124,26 +124,12 @@ void CNorvane::CheckFunctionCall(CNode* pNode)
 // How many elements the array has that the path ends in, over all its levels that no subscript has used up.
 static std::int64_t CountElements(const CNode* pPath)
 {
-    const CVariable* pVariable = pPath->pVariable;
-    if (!pVariable) return 1;
-    const CType* pType = pVariable->m_Type;
-    const CArrayOfArrayIndex* pIndex = pVariable->GetIndex();
-    int level = 0;
-    for (int i = 1; i < pPath->GetChildCount(); ++i) {
-        const CNode* pStep = pPath->Child(i);
-        if (pStep->nKind == EXP_LIST) {
-            ++level;
-            pType = pType && pType->AsArray() ? pType->AsArray()->m_Element : nullptr;
-            continue;
-        }
-        const CMember* pMember = pType && pType->AsStruct() ? pType->AsStruct()->FindMember(pStep->szName) : nullptr;
-        pType = pMember ? pMember->m_Type : nullptr;
-        pIndex = pMember ? pMember->m_Index.get() : nullptr;
-        level = 0;
-    }
+    if (!pPath->pVariable) return 1;
+    const PathBounds bounds = FollowPath(pPath);
+    if (!bounds.pIndex) return 1;
     std::uint64_t count = 1;   // without a sign: products beyond any memory wrap silently
-    for (; pIndex && level < pIndex->GetLevelCount(); ++level)
-        count *= static_cast<std::uint64_t>(pIndex->GetLevel(level)->GetProduct());
+    for (int level = bounds.level; level < bounds.pIndex->GetLevelCount(); ++level)
+        count *= static_cast<std::uint64_t>(bounds.pIndex->GetLevel(level)->GetProduct());
     return static_cast<std::int64_t>(count);
 }
 

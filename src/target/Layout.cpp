@@ -13,6 +13,7 @@
 #include "model/Variable.h"
 #include "target/DataType.h"
 #include "target/MemoryMath.h"
+#include "target/PathBounds.h"
 
 #include <algorithm>
 #include <limits>
@@ -321,33 +322,6 @@ std::int32_t CMemoryHandler::ComputeVariableLayout(const CVariable* pVariable)
     return GetVariableSize(pVariable);
 }
 
-// The index and level that hold behind the last step of a path: a subscript goes one level in, and a member
-// of array type brings bounds of its own.
-struct PathBounds
-{
-    const CArrayOfArrayIndex* pIndex;
-    int level;
-};
-
-static PathBounds FollowPath(const CNode* pNode, const CType* pType)
-{
-    PathBounds bounds{pNode->pVariable->GetIndex(), 0};
-    for (int i = 1; i < pNode->GetChildCount() && pType; ++i) {
-        const CNode* pStep = pNode->Child(i);
-        if (pStep->nKind == EXP_LIST) {
-            const CTypeArray* pArray = pType->AsArray();
-            pType = pArray ? pArray->m_Element : nullptr;
-            ++bounds.level;
-            continue;
-        }
-        const CTypeStruct* pStruct = pType->AsStruct();
-        const CMember* pMember = pStruct ? pStruct->FindMember(pStep->szName) : nullptr;
-        bounds = PathBounds{pMember ? pMember->m_Index.get() : nullptr, 0};
-        pType = pMember ? pMember->m_Type : nullptr;
-    }
-    return bounds;
-}
-
 std::int32_t CMemoryHandler::ComputeAccessSize(const CNode* pNode)
 {
     if (!pNode->pVariable) return 0;
@@ -355,6 +329,6 @@ std::int32_t CMemoryHandler::ComputeAccessSize(const CNode* pNode)
     if (pNode->GetChildCount() == 0 && !pType->IsAggregate()) return GetVariableSize(pNode->pVariable);
     if (!pType->IsAggregate()) return static_cast<std::int32_t>((BitsOf(pType) + 7) / 8);
 
-    const PathBounds bounds = FollowPath(pNode, BaseOf(pNode->pVariable->m_Type));
+    const PathBounds bounds = FollowPath(pNode);
     return ToStoredBytes(MeasureLayout(pType, bounds.pIndex, bounds.level));
 }
