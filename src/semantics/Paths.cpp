@@ -29,9 +29,15 @@ static bool IsSignedNode(const CNode* pNode)
     return pNode->pType && pNode->pType->IsSigned();
 }
 
+// A CONSTANT parameter is constant for its function only: its value comes from the caller.
+static bool HasConstantValue(const CVariable* pVariable)
+{
+    return pVariable && pVariable->m_IsConstant && !pVariable->IsParameter();
+}
+
 static bool IsConstantUse(const CNode* pNode)
 {
-    return pNode->IsIdentifier() && pNode->pVariable && pNode->pVariable->m_IsConstant;
+    return pNode->IsIdentifier() && HasConstantValue(pNode->pVariable);
 }
 
 static bool HasConstantOperands(const CNode* pNode)
@@ -68,7 +74,7 @@ static int EvalIntegerVariable(const CNode* pNode, std::int32_t& value, CErrorHa
         return -1;
     }
     const CVariable* pVariable = pNode->pVariable;
-    if (!pVariable || !pVariable->m_InitValue || !pVariable->m_IsConstant) return -1;
+    if (!HasConstantValue(pVariable) || !pVariable->m_InitValue) return -1;
     value = LowBits(IntegerOf(*pVariable->m_InitValue));
     return 1;
 }

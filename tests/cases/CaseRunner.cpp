@@ -240,5 +240,5 @@ int main(int argc, char** argv)
         std::cerr << "usage: case_runner COMPILER CASE_FOLDER SCRATCH_FOLDER\n";
         return 2;
     }
-    return CaseRun(argv[2], argv[3]).Run(argv[1]);
+    return CaseRun(fs::absolute(argv[2]), fs::absolute(argv[3])).Run(fs::absolute(argv[1]));
 }
