@@ -223,6 +223,7 @@ private:
     // For what the checks accept and no code can express: one line on standard error, exit status 1.
     [[noreturn]] static void EndGeneration(const SourceLocation& where, const std::string& text);
     bool BeginFrame(const CNode* pNode);
+    void EndFrame(const CNode* pNode);            // the notes drawn since then are the POU's; its scope ends
     void WritePouHeader(const CPou* pPou);
     void WriteFunctionFrame(CNode* pNode);
     void WriteFunctionBlockFrame(CNode* pNode);

@@ -143,23 +143,29 @@ bool CCodeGeneration::BeginFrame(const CNode* pNode)
     return true;
 }
 
+void CCodeGeneration::EndFrame(const CNode* pNode)
+{
+    m_Norvane.m_Notes.EndPou(pNode->pPou);
+    m_Norvane.EndPouScope();
+}
+
 void CCodeGeneration::GenerateFunction(CNode* pNode)
 {
     if (BeginFrame(pNode)) WriteFunctionFrame(pNode);
-    m_Norvane.EndPouScope();
+    EndFrame(pNode);
 }
 
 void CCodeGeneration::GenerateFunctionBlock(CNode* pNode)
 {
     if (BeginFrame(pNode)) WriteFunctionBlockFrame(pNode);
-    m_Norvane.EndPouScope();
+    EndFrame(pNode);
 }
 
 void CCodeGeneration::GenerateProgram(CNode* pNode)
 {
     if (m_ErrorHandler->GetErrorCount() == 0) m_Norvane.AddProgramInit();   // before places are given out
     if (BeginFrame(pNode)) WriteProgramFrame(pNode);
-    m_Norvane.EndPouScope();
+    EndFrame(pNode);
 }
 
 void CCodeGeneration::WriteFunctionFrame(CNode* pNode)

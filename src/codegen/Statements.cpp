@@ -197,9 +197,11 @@ void CCodeGeneration::GenerateIf(const CNode* pNode, std::string& text)
     text += "\t" + falseLabel + ":\n";
     if (count <= 2) return;
 
-    const bool hasElse = count == 4 || pNode->Child(2)->nKind != ELSEIF_LIST;
+    const bool hasElsif = pNode->Child(2)->nKind == ELSEIF_LIST;
+    const bool hasElse = count == 4 || !hasElsif;
+    if (hasElsif && endLabel.empty()) m_Norvane.m_Notes.Add(Note::JumpWithoutLabel, pNode->location);
     std::string elseLabel;
-    if (pNode->Child(2)->nKind == ELSEIF_LIST) elseLabel = GenerateElsifItems(pNode->Child(2), hasElse, endLabel, text);
+    if (hasElsif) elseLabel = GenerateElsifItems(pNode->Child(2), hasElse, endLabel, text);
     if (hasElse) GenerateElse(pNode->Child(count - 1), elseLabel, endLabel, text);
 }
 

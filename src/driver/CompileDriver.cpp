@@ -271,6 +271,13 @@ void CCompileDriver::FinishOutput()
         return;
     }
     if (IsSameFile(g_OutputFile, g_TemporaryOutput)) ForgetTemporaryFile(g_TemporaryOutput);
+    PrintNotes();
+}
+
+// Where the outputs stand, the user is told what in them does something else than its source says.
+void CCompileDriver::PrintNotes()
+{
+    PrintToStandardError(m_Norvane.m_Notes.GetPrintedLines(m_Norvane.m_SourceFiles));
 }
 
 int CCompileDriver::PrintSummary()

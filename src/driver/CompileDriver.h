@@ -32,6 +32,7 @@ private:
     std::vector<std::string> ListOutputs() const;
     bool OverwritesInput() const;
     void FinishOutput();
+    void PrintNotes();
     void GenerateClosingBlocks();
     int PrintSummary();
 

@@ -1,15 +1,21 @@
 #include "files/Print.h"
 
 #include <cstdio>
+#include <string>
 
 void Print(std::string_view text)
 {
     std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
+void PrintToStandardError(std::string_view lines)
+{
+    if (lines.empty()) return;
+    std::fflush(stdout);
+    std::fwrite(lines.data(), 1, lines.size(), stderr);
+}
+
 void PrintFailure(std::string_view text)
 {
-    std::fflush(stdout);
-    std::fwrite(text.data(), 1, text.size(), stderr);
-    std::fputc('\n', stderr);
+    PrintToStandardError(std::string(text) + "\n");
 }

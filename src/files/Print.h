@@ -8,3 +8,6 @@ void Print(std::string_view text);
 // One line to standard error, where failures of the machine go (a full disk, a directory that can't be
 // written). What was printed before is flushed first, so that the two come in their order.
 void PrintFailure(std::string_view text);
+
+// Whole lines to standard error, with their line ends; what was printed before comes first here, too.
+void PrintToStandardError(std::string_view lines);

@@ -27,6 +27,7 @@ void CVariable::CopyFieldsTo(CVariable& copy) const
     copy.m_Offset = m_Offset;
     copy.m_BitOffset = m_BitOffset;
     copy.m_Name = m_Name;
+    copy.m_Location = m_Location;
     copy.m_IsConstant = m_IsConstant;
     copy.m_IsRetain = m_IsRetain;
     copy.m_IsLocal = m_IsLocal;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frontend/SourceLocation.h"
 #include "model/ArrayIndex.h"
 #include "model/InitValue.h"
 
@@ -32,6 +33,7 @@ public:
     std::int32_t m_Offset = -1;                      // bytes in its area; -1 unknown
     std::int32_t m_BitOffset = -1;                   // -1 unknown
     std::string m_Name;                              // as written
+    SourceLocation m_Location;                       // of the declared name; without a file if no source declares it
     bool m_IsConstant = false;
     bool m_IsRetain = false;
     bool m_IsLocal = true;                           // false in VAR_GLOBAL

@@ -167,6 +167,7 @@ void CNorvane::AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit)
     const CInitValue* pValue = pInit;
     std::unique_ptr<CVariable> pVariable = MakeBlockVariable(pType, pValue);
     pVariable->m_Name = pName->szName;
+    pVariable->m_Location = pName->location;
     pName->pType = pVariable->m_Type;
     pName->pVariable = pVariable.get();
 

@@ -4,6 +4,7 @@
 #include "files/XmlDocument.h"
 #include "frontend/ErrorHandler.h"
 #include "frontend/Node.h"
+#include "frontend/Notes.h"
 #include "model/CastFunction.h"
 #include "model/PouTable.h"
 #include "model/SymbolTable.h"
@@ -70,6 +71,7 @@ public:
     // ---- The tables. The order matters: who is given another one at construction stands behind it.
     CXmlDocument m_Target;
     CErrorHandler m_Errors;
+    CNotes m_Notes;                                  // about code that does something else than it says
     CDataType m_DataTypes;
     CMemoryHandler m_Memory;
     CSymbolTable m_GlobalSymbols;                    // of the whole run
