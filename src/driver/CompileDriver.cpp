@@ -34,16 +34,6 @@ static std::string GetDisplayName(const std::string& name)
     return display;
 }
 
-// In text mode a CR LF pair is one LF; a CR elsewhere stays and is for the scanner to refuse.
-static void DropCarriageReturns(std::string& text)
-{
-    std::size_t kept = text.find('\r');
-    if (kept == std::string::npos) return;
-    for (std::size_t i = kept; i < text.size(); ++i)
-        if (text[i] != '\r' || i + 1 == text.size() || text[i + 1] != '\n') text[kept++] = text[i];
-    text.resize(kept);
-}
-
 int CCompileDriver::Run(const std::vector<std::string>& arguments)
 {
     if (arguments.empty()) {
@@ -214,21 +204,18 @@ void CCompileDriver::CompileSources()
 // False if the file isn't there, which ends the run behind the sources before it.
 bool CCompileDriver::CompileSource(const std::string& name)
 {
-    std::string text;
-    const bool isRead = ReadWholeFile(name, text);
-    if (isRead && !m_Norvane.m_LibraryFile.empty()) m_LibraryText.append(text, 0, text.find('\0'));
+    const bool isStored = !m_Norvane.m_LibraryFile.empty();
+    const bool isOpen = OpenScannerInput(name, isStored ? &m_LibraryText : nullptr);
 
     Print(GetDisplayName(name) + "\n");
     m_Norvane.m_SourceFiles.push_back(name);
     g_CurrentFileName = name.c_str();
-    if (!isRead) {
+    if (!isOpen) {
         Print("file " + name + " not found\n");
         m_Output.Close();
         m_Norvane.m_Code.m_Output = nullptr;
         return false;
     }
-    DropCarriageReturns(text);
-    SetScannerInput(std::move(text));
     yyparse();          // its result doesn't matter: the error count decides
     yylineno = 1;
     nColumn = 0;        // kept: only the first file's first line begins at column 1

@@ -42,10 +42,13 @@ std::string TakeText(char* szText);
 
 // Binds the scanner to the object that classifies names and takes its messages.
 void SetScannerContext(CNorvane& norvane);
+// The file that the next yylex reads from its start; false if it can't be opened. Its bytes, up to the first zero byte,
+// are appended to pCopy, which may be null.
+bool OpenScannerInput(const std::string& name, std::string* pCopy);
 // The text that the next yylex reads from its start. CR before LF must have been dropped already. Neither
 // the start condition nor line and column change: an open comment goes on in the next file.
 void SetScannerInput(std::string text);
 // Back to the first start condition: outside comments and strings.
 void ResetStartCondition();
-// Drops the text; the next call of yylex sees an empty input.
+// Closes the file and drops the text; the next call of yylex sees an empty input.
 void FreeScannerBuffer();

@@ -7,6 +7,7 @@
 #include "files/Print.h"
 #include "frontend/MyString.h"
 #include "frontend/Parser.h"
+#include "frontend/SourceWindow.h"
 #include "frontend/StringLiteral.h"
 #include "semantics/Norvane.h"
 
@@ -36,13 +37,10 @@ constexpr std::string_view g_TokenTooLong =
 constexpr std::string_view g_NoRuleMatches = "fatal flex scanner internal error--no action found";
 constexpr int g_ScannerFaultStatus = 2;
 
-// What a peek behind the last byte answers: no byte, so that a zero byte in a source stays a character.
-constexpr std::uint16_t g_EndOfInput = 256;
 constexpr int g_NoToken = -1;
 
 CNorvane* g_Context = nullptr;
-std::string g_Input;
-std::size_t g_Position = 0;                 // of the next token in g_Input
+CSourceWindow g_Source;
 YYCONDTYPE g_Condition = yycINITIAL;
 
 }   // namespace
@@ -58,16 +56,19 @@ void SetScannerContext(CNorvane& norvane)
     g_Context = &norvane;
 }
 
+bool OpenScannerInput(const std::string& name, std::string* pCopy)
+{
+    return g_Source.Open(name, pCopy);
+}
+
 void SetScannerInput(std::string text)
 {
-    g_Input = std::move(text);
-    g_Position = 0;
+    g_Source.SetText(std::move(text));
 }
 
 void FreeScannerBuffer()
 {
-    g_Input = std::string();
-    g_Position = 0;
+    g_Source.Close();
 }
 
 static void DropString()
@@ -82,20 +83,12 @@ void ResetStartCondition()
     g_Condition = yycINITIAL;
 }
 
-static std::uint16_t PeekBehindWindow(const char* start, const char* cursor)
-{
-    if (cursor - start >= g_LongestToken) EndProgram(g_ScannerFaultStatus, g_TokenTooLong);
-    return g_EndOfInput;
-}
-
-// The step in front of every action, also of those that deliver nothing. Only a line end outside comments
-// sets the column back: behind a comment of several lines it has counted the whole comment, which is wanted.
+// The step in front of every action, also of those that deliver nothing.
 static std::string_view AcceptMatch(const char* start, const char* end)
 {
     const std::string_view text(start, static_cast<std::size_t>(end - start));
-    g_Position += text.size();
+    g_Source.Advance(text.size());
     yyleng = static_cast<int>(text.size());
-    yylineno += static_cast<int>(std::count(text.begin(), text.end(), '\n'));
     yylloc.nFirstLine = yylineno;
     yylloc.nLastLine = yylineno;
     yylloc.nFirstColumn = nColumn;
@@ -103,6 +96,15 @@ static std::string_view AcceptMatch(const char* start, const char* end)
     yylloc.nLastColumn = nColumn;
     yylloc.szFile = g_CurrentFileName;
     return text;
+}
+
+// What may hold line ends counts them before anything else. Only a line end outside comments sets the column
+// back: behind a comment of several lines it has counted the whole comment, which is wanted.
+static void CountLines(std::string_view text)
+{
+    yylineno += static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+    yylloc.nFirstLine = yylineno;
+    yylloc.nLastLine = yylineno;
 }
 
 // The end counts as one character, each time that it is met; the start condition stays, so the next file
@@ -216,33 +218,49 @@ static int ReportEscape()
     return g_NoToken;
 }
 
-// Matches one rule; g_NoToken if it delivers no token.
-static int ScanOne()
+// Nearly every match has looked at the byte behind it to learn that it ends there. These know their last byte: one
+// star too many, or the end, in a comment, and the last unit of a time.
+static bool KnowsItsEnd(std::string_view match)
 {
-    const char* const start = g_Input.data() + g_Position;
-    const char* const end = g_Input.data() + g_Input.size();
-    if (start == end) return EndOfInput();
+    if (g_Condition == yycIN_COMMENT) return match.front() == '*';
+    return match.ends_with("ms_") && match.find('#') != std::string_view::npos;
+}
 
-    const char* const stop = end - start > g_LongestToken ? start + g_LongestToken : end;
+// The farthest byte that was looked at is that behind the match, or one where a longer match was given up.
+static void CheckLength(const char* start, const char* cursor, const char* givenUp)
+{
+    const std::ptrdiff_t length = std::max(cursor, givenUp) - start;
+    if (length < g_LongestToken) return;
+    const std::string_view match(start, static_cast<std::size_t>(length));
+    if (length == g_LongestToken && givenUp < cursor && KnowsItsEnd(match)) return;
+    EndProgram(g_ScannerFaultStatus, g_TokenTooLong);
+}
+
+// Matches one rule; g_NoToken if it delivers no token. Behind the end stands a zero byte, which may also be a
+// character of the source.
+static int Match(const char* const start, const char* const end)
+{
+    if (start == end) return EndOfInput();
     const char* cursor = start;
     const char* marker = start;
+    const char* givenUp = start;
     std::string_view text;
 
     /*!re2c
     re2c:api = custom;
     re2c:api:style = free-form;
-    re2c:encoding:ucs2 = 1;                 // not for wide text: it makes room for the end's own code
-    re2c:sentinel = 256;
+    re2c:eof = 0;
     re2c:yyfill:enable = 0;
-    re2c:define:YYCTYPE = "std::uint16_t";
-    re2c:define:YYPEEK = "cursor != stop ? static_cast<unsigned char>(*cursor) : PeekBehindWindow(start, cursor)";
+    re2c:define:YYCTYPE = "unsigned char";
+    re2c:define:YYPEEK = "static_cast<unsigned char>(*cursor)";
     re2c:define:YYSKIP = "++cursor;";
     re2c:define:YYBACKUP = "marker = cursor;";
-    re2c:define:YYRESTORE = "cursor = marker;";
+    re2c:define:YYRESTORE = "givenUp = std::max(givenUp, cursor); cursor = marker;";
+    re2c:define:YYLESSTHAN = "cursor >= end";
     re2c:define:YYGETCONDITION = "g_Condition";
     re2c:define:YYGETCONDITION:naked = 1;
 
-    any = [\x00-\xff];                      // every byte, and not the end of the input
+    any = [\x00-\xff];
     digit = [0-9];
     hex = [0-9A-F];
     exponent = [eE] [+-] digit+;
@@ -251,14 +269,15 @@ static int ScanOne()
     date = digit{4} "-" digit{2} "-" digit{2};
     clock = digit{2} ":" digit{2} ":" digit{2} ("." digit{2})?;
 
-    <!*>            { text = AcceptMatch(start, cursor); }
+    <!*>            { CheckLength(start, cursor, givenUp); text = AcceptMatch(start, cursor); }
+    <INITIAL, IN_COMMENT, IN_STRING> $              { InternalFault("the scanner met the end twice"); }
 
     <INITIAL> digit+                                { return ReturnInteger(DigitsOf(text, 0).ToInt64Base10()); }
     <INITIAL> digit* "." digit+ exponent?           { return ReturnReal(text); }
     <INITIAL> "(*"                                  { g_Condition = yycIN_COMMENT; return g_NoToken; }
 
-    <IN_COMMENT> (any \ [*])+                       { return g_NoToken; }
-    <IN_COMMENT> "*"+ (any \ [*)])                  { return g_NoToken; }
+    <IN_COMMENT> (any \ [*])+                       { CountLines(text); return g_NoToken; }
+    <IN_COMMENT> "*"+ (any \ [*)])                  { CountLines(text); return g_NoToken; }
     <IN_COMMENT> "*"+ ")"                           { g_Condition = yycINITIAL; return g_NoToken; }
 
     <INITIAL> "'"                                   { BeginString(); return g_NoToken; }
@@ -266,7 +285,7 @@ static int ScanOne()
     <IN_STRING> "$" [LlNn]                          { pCurrentString->AppendChar('\n'); return g_NoToken; }
     <IN_STRING> "$" [Tt]                            { pCurrentString->AppendChar('\t'); return g_NoToken; }
     <IN_STRING> "$" [Pp]                            { pCurrentString->AppendChar('\f'); return g_NoToken; }
-    <IN_STRING> "\n"                                { ReportOpenString(); return g_NoToken; }
+    <IN_STRING> "\n"                                { CountLines(text); ReportOpenString(); return g_NoToken; }
     <IN_STRING> "$$"                                { pCurrentString->AppendChar('$'); return g_NoToken; }
     <IN_STRING> "$'"                                { pCurrentString->AppendChar('\''); return g_NoToken; }
     <IN_STRING> "$" [Rr]                            { pCurrentString->AppendChar('\r'); return g_NoToken; }
@@ -276,7 +295,7 @@ static int ScanOne()
     <IN_STRING> "'"                                 { return ReturnString(); }
 
     <INITIAL> [ \t]+                                { return g_NoToken; }
-    <INITIAL> "\n"                                  { nColumn = 1; return g_NoToken; }
+    <INITIAL> "\n"                                  { CountLines(text); nColumn = 1; return g_NoToken; }
 
     <INITIAL> "TRUE"                                { yylval.nValue = 1; return TRUE; }
     <INITIAL> "FALSE"                               { yylval.dValue = 0; return FALSE; }
@@ -387,6 +406,9 @@ static int ScanOne()
 int yylex()
 {
     int token = g_NoToken;
-    while (token == g_NoToken) token = ScanOne();
+    while (token == g_NoToken) {
+        const char* const start = g_Source.Begin(g_LongestToken + 1);
+        token = Match(start, g_Source.End());
+    }
     return token;
 }

@@ -1,0 +1,91 @@
+#include "frontend/SourceWindow.h"
+
+#include "files/Fatal.h"
+#include "files/FileSystem.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+static constexpr std::size_t g_WindowSize = 65536;
+static constexpr std::string_view g_ReadFailed = "input in flex scanner failed";
+static constexpr int g_ReadFailedStatus = 2;
+
+bool CSourceWindow::Open(const std::string& name, std::string* pCopy)
+{
+    Close();
+    if (IsDirectory(name)) return false;   // some systems open it, and fail only when it is read
+    m_File = std::fopen(name.c_str(), "rb");
+    if (!m_File) return false;
+    std::setvbuf(m_File, nullptr, _IONBF, 0);   // the window is the buffer
+    m_pCopy = pCopy;
+    return true;
+}
+
+void CSourceWindow::SetText(std::string text)
+{
+    Close();
+    m_Text = std::move(text);
+    m_Begin = m_Text.data();
+    m_End = m_Begin + m_Text.size();
+}
+
+void CSourceWindow::Close()
+{
+    if (m_File) std::fclose(m_File);
+    m_File = nullptr;
+    m_IsReturnPending = false;
+    m_pCopy = nullptr;
+    m_Text = std::string();
+    m_Begin = m_End = m_Text.data();
+}
+
+// Drops each CR in front of an LF, in place; the bytes that are left.
+static std::size_t JoinLineEnds(char* pBytes, std::size_t count)
+{
+    char* const pEnd = pBytes + count;
+    char* pKept = std::find(pBytes, pEnd, '\r');
+    for (const char* p = pKept; p != pEnd; ++p)
+        if (*p != '\r' || p + 1 == pEnd || p[1] != '\n') *pKept++ = *p;
+    return static_cast<std::size_t>(pKept - pBytes);
+}
+
+// Bytes of the file, for which there is room; 0 at its end.
+std::size_t CSourceWindow::Read(char* pBytes, std::size_t room)
+{
+    const std::size_t count = std::fread(pBytes, 1, room, m_File);
+    if (count < room && std::ferror(m_File)) EndProgram(g_ReadFailedStatus, g_ReadFailed);
+    if (m_pCopy) {
+        const char* pZero = static_cast<const char*>(std::memchr(pBytes, '\0', count));
+        m_pCopy->append(pBytes, pZero ? static_cast<std::size_t>(pZero - pBytes) : count);
+        if (pZero) m_pCopy = nullptr;
+    }
+    return count;
+}
+
+void CSourceWindow::Fill(std::ptrdiff_t enough)
+{
+    constexpr std::size_t zeroByte = 1;
+    const std::size_t wanted = static_cast<std::size_t>(enough);
+    std::size_t size = static_cast<std::size_t>(m_End - m_Begin);
+    if (m_Window.empty()) m_Window.resize(wanted + g_WindowSize + zeroByte);
+    std::memmove(m_Window.data(), m_Begin, size);
+    while (size < wanted && m_File) {
+        // A CR that was read last is looked at together with what follows it.
+        if (m_IsReturnPending) m_Window[size] = '\r';
+        const std::size_t pending = m_IsReturnPending ? 1 : 0;
+        const std::size_t read = Read(&m_Window[size + pending], m_Window.size() - zeroByte - size - pending);
+        std::size_t count = JoinLineEnds(&m_Window[size], read + pending);
+        if (read == 0) {
+            std::fclose(m_File);
+            m_File = nullptr;
+        }
+        m_IsReturnPending = m_File && count > 0 && m_Window[size + count - 1] == '\r';
+        if (m_IsReturnPending) --count;
+        size += count;
+    }
+    m_Window[size] = '\0';
+    m_Begin = m_Window.data();
+    m_End = m_Begin + size;
+}
