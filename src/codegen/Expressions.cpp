@@ -12,13 +12,17 @@
 #include "model/Variable.h"
 #include "semantics/Norvane.h"
 
+#pragma GCC diagnostic push
+#pragma GCC diagnostic error "-Wswitch"
+
 // Appends the node's text. Whatever a branch has written, one more line end follows it, so a branch whose
 // last line is closed already leaves an empty line. That is wanted, as are the two exceptions: a dead FOR and
-// an EXIT out of a loop end without it. A kind that generates nothing gives the line end alone.
+// an EXIT out of a loop end without it. A kind that generates nothing gives the line end alone, and is listed here
+// for it: the switch names every kind, and a new one that it doesn't name is an error of the build.
 void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
 {
     if (!pNode) InternalFault("a tree has no node where code is generated");
-    switch (pNode->nKind) {
+    switch (static_cast<Token>(pNode->nKind)) {   // without a default
     case '+':
     case '-':
     case '*':
@@ -76,10 +80,63 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
     case RETURN: text += "\tJMP " + m_Label.GetReturnLabel(); break;
     case FUNCTION_BLOCK: GenerateFbCall(pNode, text); break;
     case SYSTEM: AppendFormat(text, "\tSYS %d", static_cast<std::int32_t>(pNode->Child(0)->nValue)); break;
-    default: break;
+
+    // Without code of their own. The lists and parts are written by the node that holds them, if at all.
+    case NOP:
+    case DATE_AND_TIME_DIR:
+    case DATE_DIR:
+    case TIME_DIR:
+    case TIME_OF_DAY_DIR:
+    case SIMPLIFIED:
+    case NEW_ID:
+    case EXP_LIST:
+    case SUBRANGE_DOTS:
+    case STMT_LIST:
+    case ELSEIF_LIST:
+    case ELSIF:
+    case CASE_BODY_LIST:
+    case ISV_LIST:
+    case PARAMETER_LIST:
+    case ASSIGN_FB:
+    case ARROW:
+    case FILE_GLOBAL:
+    case PROGRAM:
+    case FUNCTION:
+    case RETURN_TYPE:
+    case VAR_BLOCK:
+    case VAR_BLOCK_BODY:
+    case VAR:
+    case VAR_INPUT:
+    case VAR_OUTPUT:
+    case VAR_IN_OUT:
+    case VAR_GLOBAL:
+    case VAR_EXTERNAL:
+    case OPT_LIST:
+    case RETAIN:
+    case CONSTANT:
+    case LIST_ID:
+    case INIT_DECL_LIST:
+    case TYPE_USER:
+    case STRUCT:
+    case STRUCT_TYPE_USER:
+    case STRUCT_INIT_LIST:
+    case ARRAY:
+    case ARRAY_ARG:
+    case ARRAY_INIT_LIST:
+    case DUP:
+    case ENUM:
+    case SUB_RANGE: break;
+
+#define TOKEN(name, number, text)
+#define WORD(name, number, text) case name:
+#include "frontend/Tokens.def"
+#undef TOKEN
+        InternalFault("a node has a word of the grammar as its kind");
     }
     text += '\n';
 }
+
+#pragma GCC diagnostic pop
 
 bool CCodeGeneration::IsFalseLiteral(const CNode* pNode)
 {

@@ -10,6 +10,10 @@ enum Token : int
 #define TOKEN(name, number, text) name = number,
 #include "frontend/Tokens.def"
 #undef TOKEN
+    PLUS = '+',   // the one-character tokens that nodes have as their kind
+    MINUS = '-',
+    TIMES = '*',
+    DIVIDED_BY = '/',
 };
 
 // The token's text as messages and dumps show it, without quotes; empty for an unknown number.
