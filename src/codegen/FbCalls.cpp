@@ -203,18 +203,15 @@ void CCodeGeneration::GenerateOutputFromMemory(const FbParameter& parameter, std
 }
 
 // Kept: what follows the output's value isn't the store into its target but the last value assigned in this
-// call. A call that assigns none has nothing to write here and can't be generated. Kept, too: the last line stays
-// open, so unlike behind all other calls no empty line follows.
+// call. A call that assigns none has nothing to write here and can't be generated.
 void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, std::string& text)
 {
-    if (text.back() != '\n') text += '\n';   // left open by the output before
     GeneratePointedMember(call, parameter, text);
     text += "\tPUSHI" + parameter.suffix + "\n";
     if (!call.pLastAssigned)
         EndGeneration(call.pNode->location, "the call of " + call.pInstance->m_Name +
                                                 " through a pointer takes an output and assigns no input");
     GenerateValueOrAddress(call.pLastAssigned, parameter.isInOut, text);
-    text.pop_back();
 }
 
 void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& parameter, std::string& text)

@@ -15,6 +15,7 @@ DBI FILE 0 LINE 9
 	ADD(UDINT)
 	PUSHI(INT)
 	PUSH(INT)	[local+8]	;x
+
 DBI FILE 0 LINE 10
 	PUSH(BOOL)	1
 	PUSH(UDINT) [local+4] ; c
@@ -49,5 +50,6 @@ DBI FILE 0 LINE 12
 	ADD(UDINT)
 	PUSHI(INT)
 	PUSH(INT)	5
+
 
 	;Return value

@@ -41,6 +41,7 @@ DBI FILE 0 LINE 14
 	ADD(UDINT)
 	PUSHI(INT)
 	PUSH&(UDINT)	[local+14]	;t
+
 DBI FILE 0 LINE 15
 	PUSH&(UDINT)	[local+14]	;t
 	PUSH(UDINT) [local+0] ; io
@@ -70,5 +71,6 @@ DBI FILE 0 LINE 15
 	PUSHI(INT)
 	PUSH(INT)	[local+12]	;l
 	TO_INT (INT)
+
 
 DBI FILE 0 LINE 16
