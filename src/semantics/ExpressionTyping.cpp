@@ -477,7 +477,8 @@ static void CheckCastLiteral(CNorvane& norvane, CType* pFrom, CNode* pArgument)
     norvane.m_Errors.ErrCastArgument(pArgument->pType, pFrom, pArgument->location);
 }
 
-// A cast is the one conversion there is, and it is never folded.
+// A cast is the one conversion there is, and it is never folded. Its type is known whatever becomes of the argument:
+// one that has failed draws nothing more here, and the checks go on with the cast's own type.
 CNode* CNorvane::MakeCast(CCastFunction* pFunction, const SourceLocation& location, CNode* pArgument)
 {
     CNode* pNode = new CNode(CAST_FUNCTION_CALL, location);
@@ -489,10 +490,7 @@ CNode* CNorvane::MakeCast(CCastFunction* pFunction, const SourceLocation& locati
         Poison(pNode);
         return pNode;
     }
-    if (IsPoison(pArgument)) {
-        Poison(pNode);
-        return pNode;
-    }
+    if (IsPoison(pArgument)) return pNode;
 
     CType* pFrom = pFunction->m_From;
     const bool fromError = pFrom && pFrom->GetBaseType() == m_DataTypes.m_ErrorType;
