@@ -216,6 +216,14 @@ bool CCodeGeneration::IsDecidedByLeft(const CNode* pNode) const
     return pNode->nKind == AND ? IsFalseLiteral(pNode->Child(0)) : IsTrueLiteral(pNode->Child(0));
 }
 
+// Left of a REAL constant even an address takes part in arithmetic, with the constant's type. The tree holds nothing
+// to push for it.
+static bool IsAddressComputedWith(const CNode* pOperator, const CNode* pLeft)
+{
+    if (pLeft->nKind != DIRECT_VARIABLE) return false;
+    return pOperator->nKind == '+' || pOperator->nKind == '-' || pOperator->nKind == '*' || pOperator->nKind == '/';
+}
+
 // a + b + c + ... nests to the left as deep as the source is long, so the left side is a loop: down to the
 // innermost left operand, writing what stands in front of each node's operands, and up again with the right
 // operands and the instructions. A label of a node is drawn before those of its operands.
@@ -242,6 +250,7 @@ void CCodeGeneration::GenerateOperatorChain(CNode* pNode, std::string& text)
     }
 
     if (isDecided) text += pLeft->nKind == AND ? "\tPUSH(BOOL)\t0\n" : "\tPUSH(BOOL)\t1\n";
+    else if (!levels.empty() && IsAddressComputedWith(levels.back().pNode, pLeft)) text += '\n';
     else GenerateNode(pLeft, text);
 
     while (!levels.empty()) {

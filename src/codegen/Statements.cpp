@@ -20,15 +20,10 @@ static bool IsReplacedConstant(const CNode* pNode)
     return pNode->IsLiteral() && pNode->pVariable && pNode->pVariable->m_IsConstant;
 }
 
-static bool IsTimeLiteral(const CNode* pNode)
+// What the grammar lets stand alone on the right of ":=" although the tree holds neither type nor value for it.
+static bool HasNoValue(const CNode* pNode)
 {
-    switch (pNode->nKind) {
-    case TIME_OF_DAY_DIR:
-    case DATE_AND_TIME_DIR:
-    case DATE_DIR:
-    case TIME_DIR: return true;
-    default: return false;
-    }
+    return pNode->IsTimeLiteral() || pNode->nKind == DIRECT_VARIABLE;
 }
 
 // ---- Lists
@@ -84,8 +79,11 @@ void CCodeGeneration::GenerateAssignment(const CNode* pNode, std::string& text)
         ReportNoVariable(pTarget);
         return;
     }
-    if (IsTimeLiteral(pValue)) {   // it has a place in the grammar, but neither type nor value
-        m_ErrorHandler->ErrCannotAssign(pTarget->pType, pValue->location);
+    if (HasNoValue(pValue) && !IsAggregate(pTarget->pType)) {
+        // Accepted without a test, and here is where it shows: nothing is pushed, and the store takes whatever the
+        // stack holds. Kept as it is; the user should hear of it here.
+        text += '\n';
+        GenerateVariableAccess(pTarget, AccessMode::Write, text);
         return;
     }
     if (pValue->nKind == STR_DIR) {
@@ -138,8 +136,12 @@ void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode
 //
 void CCodeGeneration::GenerateCopy(const CNode* pTarget, const CNode* pValue, std::string& text)
 {
-    if (!pValue->IsVariableAccess() || !pValue->pVariable) {
+    if (pValue->nKind == DIRECT_VARIABLE) {
         ReportNoVariable(pValue);
+        return;
+    }
+    if (!pValue->IsVariableAccess() || !pValue->pVariable) {   // it may have no type of its own to name
+        m_ErrorHandler->ErrCannotAssign(pTarget->pType, pValue->location);
         return;
     }
     GenerateAccessLine(pValue, AccessMode::Address, text);

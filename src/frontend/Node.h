@@ -40,6 +40,11 @@ public:
     bool IsBooleanLiteral() const { return nKind == TRUE || nKind == FALSE; }
     // An integer literal that may stand for a boolean: 0 or 1, or what NOT folds these two into.
     bool IsBooleanInteger() const { return nKind == IMM_INTEGER && nValue >= -2 && nValue <= 1; }
+    // A literal of time or date: it stands in the tree without a type and without a value.
+    bool IsTimeLiteral() const
+    {
+        return nKind == TIME_OF_DAY_DIR || nKind == DATE_AND_TIME_DIR || nKind == DATE_DIR || nKind == TIME_DIR;
+    }
     bool IsIdentifier() const { return nKind == IDENTIFIER; }
     // A use of a variable: a plain name or a path that starts at one.
     bool IsVariableAccess() const { return nKind == IDENTIFIER || nKind == DOT || nKind == ARRAY_ELEMENT; }
