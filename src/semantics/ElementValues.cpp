@@ -108,6 +108,9 @@ int CNorvane::EvalConstIndex(const CNode* pNode, std::int32_t& value)
         break;
     case SIMPLIFIED:
         isInteger = GetIntegerValue(pNode->pInit.get(), number);
+        if (!pNode->pInit || !pNode->pInit->IsBool()) break;
+        number = pNode->pInit->GetBool() ? 1 : 0;   // what a comparison of variables has come to
+        isInteger = true;
         break;
     case IDENTIFIER:
         isInteger = pNode->pVariable && GetIntegerValue(GetKnownValue(*pNode->pVariable), number);

@@ -190,6 +190,10 @@ static void TypeArithmetic(CNorvane& norvane, CNode* pNode)
         pNode->pType = pLeft->pType;
         return;
     }
+    if (pLeft->IsTimeLiteral() || pRight->IsTimeLiteral()) {   // there is no arithmetic on times, REAL constant or not
+        RefuseMismatch(norvane, pNode);
+        return;
+    }
     if (AcceptsLiteralRight(pLeft->pType, pRight)) {
         pNode->pType = pLeft->pType;
         pRight->pType = pLeft->pType;

@@ -63,7 +63,10 @@ void CNorvane::CheckAssignment(CNode* pNode)
     if (IsPoison(pLeft) || IsPoison(pRight)) return;
     CheckTarget(*this, pNode);
     if (!pLeft->pType) return;   // an address or a path that failed: there is nothing to compare with
-    if (pRight->IsLiteral() && CheckImmediate(pLeft->pType, pRight, /*bReport=*/true)) return;
+    if (pRight->IsLiteral() && CheckImmediate(pLeft->pType, pRight, /*bReport=*/true)) {
+        pRight->pType = pLeft->pType;   // also over the same type under another name
+        return;
+    }
     if (!pRight->pType || IsSameType(pLeft->pType, pRight->pType)) return;
     m_Errors.ErrOperatorMismatch(ASSIGN, pLeft->pType, pRight->pType, pNode->location);
     pNode->pType = m_DataTypes.m_ErrorType;

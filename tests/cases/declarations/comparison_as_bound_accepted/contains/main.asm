@@ -1,0 +1,5 @@
+		;Variable (2): yes (INT[],VAR_GLOBAL)
+		;Variable (6): no (INT[],VAR_GLOBAL)
+		;Variable (8): a (INT[],VAR_GLOBAL)
+		;Variable (12): x (INT,VAR_GLOBAL)
+		;Variable (14): y (INT,VAR_GLOBAL)
