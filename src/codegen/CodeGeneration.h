@@ -155,8 +155,6 @@ private:
     void GenerateCast(const CNode* pNode, std::string& text);
     void GenerateActualParameter(CNode* pActual, const CVariable& formal, std::string& text);
     void GenerateFunctionCall(CNode* pNode, std::string& text);
-    bool IsProgramCall(const CNode* pNode) const;
-    void GenerateFailedCall(const CNode* pNode, std::string& text);
     std::string GetFunctionLabel(const CPou* pPou) const;         // "name" or "name__2"
 
     // VariableAccess.cpp

@@ -49,7 +49,6 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
     case ARRAY_ELEMENT: GenerateVariableAccess(pNode, AccessMode::Read, text); break;
     case CAST_FUNCTION_CALL: GenerateCast(pNode, text); break;
     case FUNCTION_CALL: GenerateFunctionCall(pNode, text); break;
-    case ERROR_: GenerateFailedCall(pNode, text); break;
 
     case UNARY_MINUS: GenerateUnary(pNode, "\tNEG", text); break;
     case NOT: GenerateUnary(pNode, "\tNOT", text); break;
@@ -83,6 +82,7 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
 
     // Without code of their own. The lists and parts are written by the node that holds them, if at all.
     case NOP:
+    case ERROR_:   // only a program's call as a statement gets here, and it does nothing
     case DATE_AND_TIME_DIR:
     case DATE_DIR:
     case TIME_DIR:
@@ -160,7 +160,7 @@ void CCodeGeneration::GenerateReal(const CNode* pNode, std::string& text)
 {
     const CType* pType = GetNodeType(pNode);
     text += "\tPUSH(" + (pType ? pType->m_Name : "REAL") + ")\t";
-    AppendFormat(text, "%f", pNode->dValue);
+    text += FormatReal(pNode->dValue);
 }
 
 // One line to a byte, first byte first; neither a length nor an end mark. Kept: no blank behind PUSH, unlike
@@ -378,25 +378,6 @@ std::string CCodeGeneration::GetFunctionLabel(const CPou* pPou) const
     const int index = pOverload ? pOverload->GetIndex(pFunction) : 0;
     if (index <= 0) return pPou->m_Name;   // the first form has no number, and is the only one while it is alone
     return pPou->m_Name + FormatText("__%d", index);
-}
-
-// A call that resolves to a program fails without a message.
-bool CCodeGeneration::IsProgramCall(const CNode* pNode) const
-{
-    const CPou* pPou = pNode->nKind == ERROR_ ? m_Norvane.m_Pous.FindPou(pNode->szName) : nullptr;
-    return pPou && pPou->IsProgram();
-}
-
-// As a statement such a call does nothing and is left out. What needs its value can't be generated, nor can a
-// call that failed because of it; so it is reported after all.
-void CCodeGeneration::GenerateFailedCall(const CNode* pNode, std::string& text)
-{
-    if (IsProgramCall(pNode)) {
-        m_ErrorHandler->ErrFunctionNotDeclared(pNode->szName, pNode->location);
-        return;
-    }
-    if (pNode->GetChildCount() == 0) return;
-    for (CNode* pActual : pNode->Child(0)->m_Children) GenerateNode(pActual, text);
 }
 
 // A variable that the callee writes goes by its address. Structures and arrays do in any case, input or not,

@@ -53,8 +53,7 @@ void CCodeGeneration::GenerateStatementList(const CNode* pList, std::string& tex
         if (!pStatement) InternalFault("a statement list has no node for a statement");
         const int file = GetFileNumber(pStatement->location);
         AppendFormat(text, "DBI FILE %d LINE %d\n", file, pStatement->location.nFirstLine);
-        if (IsProgramCall(pStatement)) text += '\n';
-        else GenerateNode(pStatement, text);
+        GenerateNode(pStatement, text);
     }
 }
 

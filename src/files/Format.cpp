@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <limits>
@@ -36,6 +37,11 @@ void AppendFormat(std::string& text, const char* format, ...)
     va_start(arguments, format);
     AppendFormatList(text, format, arguments);
     va_end(arguments);
+}
+
+std::string FormatReal(double value)
+{
+    return std::isnan(value) ? "nan" : FormatText("%f", value);
 }
 
 static char LowerCaseOf(char c)

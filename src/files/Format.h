@@ -10,6 +10,9 @@
 // The same, appended to `text`, which spares a temporary where much is written.
 [[gnu::format(printf, 2, 3)]] void AppendFormat(std::string& text, const char* format, ...);
 
+// "%f". What is no number is "nan" without a sign: whether it has one depends on the machine.
+std::string FormatReal(double value);
+
 // ASCII letters only, whatever the locale: names are the same on every machine.
 std::string ToLowerCase(std::string_view text);
 std::string ToUpperCase(std::string_view text);

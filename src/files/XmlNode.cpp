@@ -263,7 +263,7 @@ void CXmlNode::SetAttribute(std::string_view name, float value)
 
 void CXmlNode::SetAttribute(std::string_view name, double value)
 {
-    SetAttribute(name, FormatText("%f", value));
+    SetAttribute(name, FormatReal(value));
 }
 
 void CXmlNode::SetAttribute(std::string_view name, bool value)

@@ -74,7 +74,7 @@ static void AppendAttributes(const CNode& node, std::string& text)
     case IMM_INTEGER:
         AppendAttribute(text, "value", FormatText("%lld", static_cast<long long>(node.nValue)));
         break;
-    case IMM_REAL: AppendAttribute(text, "value", FormatText("%f", node.dValue)); break;
+    case IMM_REAL: AppendAttribute(text, "value", FormatReal(node.dValue)); break;
     case IDENTIFIER: AppendNameAttributes(node, text); break;
     case STR_DIR: AppendAttribute(text, "value", node.szString.Get()); break;
     case LIST_ID: AppendNameAttributes(node, text); break;

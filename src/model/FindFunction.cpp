@@ -15,13 +15,12 @@ enum class OverloadMatch { Match, NoMatch, Untyped, Failed };
 }   // namespace
 
 // Goes through the positions until one settles the question; pStopped is then the actual that has no type.
-static OverloadMatch MatchOverload(const CFunction& function, const CNode& parameters, const CType* pErrorType,
-                                   const CNode*& pStopped)
+static OverloadMatch MatchOverload(const CFunction& function, const CNode& parameters, const CNode*& pStopped)
 {
     if (function.m_Parameters.size() != parameters.m_Children.size()) return OverloadMatch::NoMatch;
     for (std::size_t i = 0; i < parameters.m_Children.size(); ++i) {
         const CNode* pActual = parameters.m_Children[i];
-        if (pActual->nKind == ERROR_ || (pActual->pType && pActual->pType == pErrorType)) return OverloadMatch::Failed;
+        if (pActual->nKind == ERROR_ || (pActual->pType && pActual->pType->IsError())) return OverloadMatch::Failed;
         if (!pActual->pType) {
             pStopped = pActual;
             return OverloadMatch::Untyped;
@@ -32,11 +31,11 @@ static OverloadMatch MatchOverload(const CFunction& function, const CNode& param
 }
 
 static CPou* ChooseOverload(const CFunctionOverLoad& set, std::string_view name, const SourceLocation& location,
-                            const CNode& parameters, const CType* pErrorType, CErrorHandler& errors)
+                            const CNode& parameters, CErrorHandler& errors)
 {
     for (const std::unique_ptr<CFunction>& pFunction : set.m_Functions) {
         const CNode* pStopped = nullptr;
-        switch (MatchOverload(*pFunction, parameters, pErrorType, pStopped)) {
+        switch (MatchOverload(*pFunction, parameters, pStopped)) {
         case OverloadMatch::Match: return pFunction.get();
         case OverloadMatch::NoMatch: break;
         case OverloadMatch::Failed: return nullptr;
@@ -47,14 +46,13 @@ static CPou* ChooseOverload(const CFunctionOverLoad& set, std::string_view name,
     return nullptr;
 }
 
-CPou* CPouTable::FindFunction(std::string_view name, const SourceLocation& location, CNode* pParameters,
-                              const CType* pErrorType) const
+CPou* CPouTable::FindFunction(std::string_view name, const SourceLocation& location, CNode* pParameters) const
 {
-    if (pParameters && pParameters->pType && pParameters->pType == pErrorType) return nullptr;
+    if (pParameters && pParameters->pType && pParameters->pType->IsError()) return nullptr;
     CPou* pPou = FindPou(name);
     if (pPou && pPou->IsProgram()) return pPou;
     CFunctionOverLoad* pSet = pPou ? pPou->AsOverload() : nullptr;
-    if (pSet && pParameters) return ChooseOverload(*pSet, name, location, *pParameters, pErrorType, m_Errors);
+    if (pSet && pParameters) return ChooseOverload(*pSet, name, location, *pParameters, m_Errors);
     if (pPou && !pSet && pPou->IsFunction()) return pPou;
     m_Errors.ErrFunctionNotDeclared(name, location);
     return nullptr;

@@ -26,7 +26,7 @@ std::string CInitValue::GetText(bool withZero) const
         return FormatText("%lld", static_cast<long long>(GetInt64()));
     case Real:
         if (GetDouble() == 0.0 && !withZero) return {};
-        return FormatText("%f", GetDouble());
+        return FormatReal(GetDouble());
     case Unsigned:
         if (GetUnsigned() == 0 && !withZero) return {};
         // Kept: unsigned values above the signed half come out negative.

@@ -34,8 +34,7 @@ public:
     // The function that a call means: by name, and for an overload set by the types of the actual
     // parameters. pParameters may be null. A program is returned as it is; null after a diagnostic, or
     // silently where the parameters have failed already.
-    CPou* FindFunction(std::string_view name, const SourceLocation& location, CNode* pParameters,
-                       const CType* pErrorType) const;
+    CPou* FindFunction(std::string_view name, const SourceLocation& location, CNode* pParameters) const;
 
     // Every entry in order of declaration; an overload set stands where its first function stood.
     const std::vector<CPou*>& GetPous() const { return m_Order; }

@@ -31,6 +31,7 @@ public:
     const CType* GetBaseType() const;
 
     // All tests but the last two look at the base type.
+    bool IsError() const { return m_Base->m_IsError; }   // the error type, and arrays of it on any level
     bool IsBool() const;
     bool IsSigned() const;
     bool IsUnsigned() const;
@@ -64,6 +65,7 @@ public:
     bool m_Allowed = true;                         // the target allows the type
     std::unique_ptr<CInitValue> m_InitValue;       // default initial value, may be null
     std::string m_Name;                            // upper case for elementary types
+    bool m_IsError = false;                        // the type of what has failed; arrays take it from their elements
     bool m_IsAlias = false;
     bool m_IsElementary = true;                    // true for an alias too
     CType* m_AliasOf = nullptr;                    // with m_IsAlias

@@ -5,6 +5,7 @@
 CTypeArray::CTypeArray(std::string name, CType* pElement) : CType(std::move(name)), m_Element(pElement)
 {
     m_Class = Class::Array;
+    m_IsError = pElement && pElement->IsError();
 }
 
 // "[(${element})" and the element's text and "]", for each level of arrays inside each other. A loop: the

@@ -54,9 +54,13 @@ CNode* CNorvane::MakeFunctionCall(char* szName, const SourceLocation& location, 
     CNode* pNode = new CNode(ERROR_, location);
     pNode->szName = TakeText(szName);
     if (pParameters) pNode->AddChild(pParameters);
-    CPou* pPou = m_Pous.FindFunction(pNode->szName, location, pParameters, m_DataTypes.m_ErrorType);
+    CPou* pPou = m_Pous.FindFunction(pNode->szName, location, pParameters);
     CFunction* pFunction = pPou ? pPou->AsFunction() : nullptr;
-    if (!pFunction) return pNode;   // of a program too, and that without a message
+    if (!pFunction) {
+        // A program's call as a statement does nothing, and silently; a value it can't give.
+        if (pPou && bInExpression) m_Errors.ErrFunctionNotDeclared(pNode->szName, location);
+        return pNode;
+    }
 
     pNode->nKind = FUNCTION_CALL;
     pNode->pType = pFunction->m_ReturnType;
@@ -114,7 +118,7 @@ void CNorvane::CheckFunctionCall(CNode* pNode)
     }
     for (std::size_t i = 0; i < count; ++i) {
         const CType* pFormalType = pFunction->m_Parameters[i]->m_Type;
-        if (!pFormalType || pFormalType == m_DataTypes.m_ErrorType) continue;   // reported at its declaration
+        if (!pFormalType || pFormalType->IsError()) continue;   // reported at its declaration
         CNode* pActual = pList->m_Children[i];
         if (pActual->IsLiteral()) CheckLiteralActual(*this, pActual, *pFunction, static_cast<int>(i));
         else CheckTypedActual(*this, pActual, *pFunction, static_cast<int>(i));
@@ -153,7 +157,7 @@ static void CheckFbValueType(CNorvane& norvane, const FbParameter& parameter)
 {
     CType* pMemberType = parameter.pMember->m_Type;
     CNode* pValue = parameter.pValue;
-    if (!pMemberType || pMemberType == norvane.m_DataTypes.m_ErrorType) return;
+    if (!pMemberType || pMemberType->IsError()) return;
     if (pValue->IsLiteral()) {
         norvane.CheckImmediate(pMemberType, pValue, /*bReport=*/true);
         return;
@@ -189,6 +193,7 @@ static void CheckFbArray(CErrorHandler& errors, const FbParameter& parameter)
     const CMemberFB* pMember = parameter.pMember;
     const CNode* pValue = parameter.pValue;
     if (!pMember->m_Type || !pMember->m_Type->IsArray() || !pValue->pType || !pValue->pType->IsArray()) return;
+    if (pMember->m_Type->IsError() || pValue->pType->IsError()) return;
     const std::int64_t found = CountElements(pValue);
     const std::int64_t required = pMember->m_Index ? pMember->m_Index->GetElementCount() : 1;
     if (found == required) return;
@@ -258,7 +263,7 @@ CNode* CNorvane::MakeFbCall(char* szName, const SourceLocation& location, CNode*
     pVariable->m_IsUsed = true;
     if (pParameters) pNode->AddChild(pParameters);
     CType* pType = pVariable->m_Type;
-    if (!pType || pType == m_DataTypes.m_ErrorType) return pNode;   // reported at its declaration
+    if (!pType || pType->IsError()) return pNode;   // reported at its declaration
     const CTypeStructFB* pInstanceType = pType->AsStructFB();
     if (!pInstanceType) {
         m_Errors.ErrNotFb(name, location);

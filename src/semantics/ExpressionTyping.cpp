@@ -28,7 +28,7 @@ bool CNorvane::IsPoison(const CNode* pNode) const
 {
     if (!pNode) return false;
     if (pNode->nKind == ERROR_) return true;
-    return pNode->pType && pNode->pType->GetBaseType() == m_DataTypes.m_ErrorType;
+    return pNode->pType && pNode->pType->IsError();
 }
 
 void CNorvane::Poison(CNode* pNode)
@@ -445,7 +445,7 @@ static bool IsLiteralOfClass(const CType* pType, const CNode* pNode)
 
 bool CNorvane::CheckImmediate(CType* pType, CNode* pNode, bool bReport)
 {
-    if (!pType || pType->GetBaseType() == m_DataTypes.m_ErrorType) return false;
+    if (!pType || pType->IsError()) return false;
     if (!IsLiteralOfClass(pType, pNode)) {
         if (bReport && pNode->nKind != ERROR_) m_Errors.ErrCannotAssign(pType, pNode->location);
         return false;
@@ -497,7 +497,7 @@ CNode* CNorvane::MakeCast(CCastFunction* pFunction, const SourceLocation& locati
     if (IsPoison(pArgument)) return pNode;
 
     CType* pFrom = pFunction->m_From;
-    const bool fromError = pFrom && pFrom->GetBaseType() == m_DataTypes.m_ErrorType;
+    const bool fromError = pFrom && pFrom->IsError();
     if (pArgument->IsLiteral()) {
         if (fromError) m_Errors.ErrCastArgument(nullptr, pFrom, pArgument->location);
         else CheckCastLiteral(*this, pFrom, pArgument);

@@ -85,7 +85,8 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitArray(CType* pType, const CNode* 
     return pArray;
 }
 
-// Pairs of a member's name and its value. A node without children gives an empty structure.
+// Pairs of a member's name and its value. A node without children gives an empty structure. A value that isn't known
+// makes an entry all the same, one without a value: it counts as a second one of its name, and takes its place.
 std::unique_ptr<CInitValue> CNorvane::BuildInitStruct(CType* pType, const CNode* pList)
 {
     const CTypeStruct* pStructType = pType ? pType->AsStruct() : nullptr;
@@ -95,7 +96,7 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitStruct(CType* pType, const CNode*
         const CNode* pName = pList->Child(i);
         const CMember* pMember = pStructType->FindMember(pName->szName);
         std::unique_ptr<CInitValue> pInit;
-        if (!pMember || !BuildInitElement(pMember->m_Type, pList->Child(i + 1), pInit) || !pInit) continue;
+        if (!pMember || !BuildInitElement(pMember->m_Type, pList->Child(i + 1), pInit)) continue;
         pStruct->Add(pMember->m_Name, std::move(pInit), pName->location, m_Errors);
     }
     return pStruct;

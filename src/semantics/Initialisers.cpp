@@ -79,7 +79,7 @@ std::int64_t CNorvane::CountInitElements(const CNode* pList)
 bool CNorvane::CheckInitType(const CType* pDeclared, const CNode* pValue, const SourceLocation& where)
 {
     if (IsSameType(pDeclared, pValue->pType)) return true;
-    const bool hasFailed = !pValue->pType || IsPoison(pValue) || pDeclared->GetBaseType() == m_DataTypes.m_ErrorType;
+    const bool hasFailed = !pValue->pType || IsPoison(pValue) || pDeclared->IsError();
     if (!hasFailed) m_Errors.ErrTypeMismatch(pDeclared, pValue->pType, where);
     return false;
 }
@@ -189,9 +189,9 @@ std::unique_ptr<CInitValue> CNorvane::MakeVariableValue(CNode* pList, CType* pTy
         return CloneOrNull(pValue->pVariable->m_InitValue.get());
     case DOT:
         if (!CheckInitType(pType, pValue, pList->location)) return nullptr;
-        return pType == m_DataTypes.m_ErrorType ? nullptr : GetElementInitValue(pValue);
+        return pType->IsError() ? nullptr : GetElementInitValue(pValue);
     case ARRAY_ELEMENT:
-        return isSame && pType != m_DataTypes.m_ErrorType ? GetElementInitValue(pValue) : nullptr;
+        return isSame && !pType->IsError() ? GetElementInitValue(pValue) : nullptr;
     default:
         return pValue->IsLiteral() ? BuildInitScalar(pType, pValue) : nullptr;
     }

@@ -142,12 +142,12 @@ static void ResolveStructRoot(CNorvane& norvane, CNode* pNode)
         return;
     }
     pNode->pType = pErrorType;
-    if (pType && pType != pErrorType) norvane.m_Errors.ErrNotStruct(pRoot, pRoot->location);
+    if (pType && !pType->IsError()) norvane.m_Errors.ErrNotStruct(pRoot, pRoot->location);
 }
 
 void CNorvane::ResolveVariablePath(CNode* pNode)
 {
-    if (pNode->pType == m_DataTypes.m_ErrorType) return;
+    if (pNode->pType && pNode->pType->IsError()) return;
     if (pNode->nKind == ARRAY_ELEMENT) ResolveArrayRoot(*this, pNode);
     else if (pNode->nKind == DOT) ResolveStructRoot(*this, pNode);
 }
@@ -226,7 +226,7 @@ void CNorvane::ResolveMemberPath(CNode* pNode, const CArrayOfArrayIndex* pIndex,
     for (int i = 1; i < pNode->GetChildCount(); ++i) {
         const CNode* pStep = pNode->Child(i);
         // A variable or member whose type has failed has drawn its message where it was declared.
-        const bool isKnown = cursor.pType && cursor.pType != m_DataTypes.m_ErrorType;
+        const bool isKnown = cursor.pType && !cursor.pType->IsError();
         const bool isSubscript = pStep->nKind == EXP_LIST;
         const bool isResolved = isKnown && (isSubscript ? ResolveSubscripts(*this, pNode, pStep, cursor)
                                                         : ResolveMember(*this, pNode, pStep, cursor));

@@ -128,6 +128,7 @@ void CDataType::AddStringAndError()
     auto pError = std::make_unique<CType>("ERROR");
     pError->m_InitValue = std::make_unique<CInitValue>();
     pError->m_IsElementary = false;
+    pError->m_IsError = true;
     m_ErrorType = Enter("ERROR", std::move(pError));
 }
 

@@ -1,0 +1,17 @@
+DBI FILE 0 LINE 9
+	PUSH(REAL)	nan
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 10
+	PUSH(REAL)	nan
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 11
+	PUSH(REAL)	nan
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 12
+	PUSH(REAL)	inf
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 13
+	PUSH(REAL)	-inf
+	POP(REAL)	[local+0]	;r
+DBI FILE 0 LINE 14
+	PUSH(REAL)	2.000000
