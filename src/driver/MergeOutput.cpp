@@ -21,14 +21,26 @@ static bool IsFunctionLabel(std::string_view line)
            line != "FUNCTION___RetainInitialization__:";
 }
 
+// Where the number of an overloaded form begins, "__2" at the end; npos for a name without one. The last "__" counts: a
+// name may end in "_" itself, so that a second form of "f_" is "f___1".
+static std::size_t FindFormNumber(std::string_view name)
+{
+    constexpr std::string_view separator = "__";
+    const std::size_t position = name.rfind(separator);
+    if (position == std::string_view::npos || position == 0) return std::string_view::npos;
+    const std::string_view number = name.substr(position + separator.size());
+    const bool isNumber = !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
+    return isNumber ? position : std::string_view::npos;
+}
+
 // The POU that a label line names: "FUNCTION_name:" or "FUNCTION_name__2:", the number being that of the form
 // in its overload set. Null if the table has none.
 static const CPou* FindLabelledPou(const CPouTable& pous, std::string_view line)
 {
     std::string name(line.substr(g_LabelStart.size()));
     std::erase(name, ':');
-    const std::size_t separator = name.find("__");
-    const bool isNumbered = separator != std::string::npos && separator > 0;
+    const std::size_t separator = FindFormNumber(name);
+    const bool isNumbered = separator != std::string::npos;
     const std::int32_t number = isNumbered ? ToInt(std::string_view(name).substr(separator + 2)) : 0;
     if (isNumbered) name.erase(separator);
 
