@@ -363,16 +363,20 @@ TEST_F(ErrorHandlerTest, ColumnZeroIsAPosition)
                 [&] { m_Errors.ErrInvalidAddress(SourceLocation{1, 0, 1, 3, "a.st"}); });
 }
 
-TEST_F(ErrorHandlerTest, PercentSignsAreText)
+TEST_F(ErrorHandlerTest, NamesAndTextsTakeNumbersAndNothingElse)
 {
-    ExpectError("100%d%s%n.st(3,7) : error: variable %s%n not declared\n",
+    ExpectError("1003%s%n.st(7,%d) : error: variable %s%n not declared\n",
                 [&] { m_Errors.ErrVariableNotDeclared("%s%n", SourceLocation{3, 7, 3, 9, "100%d%s%n.st"}); });
     ExpectError("now.st(1,2) : error: (%d,%d) %d\n", [&] { m_Errors.ErrSyntax("(%d,%d) %d", 1, 2); });
     ExpectError("a.st(3,7) : error, mismatch between %s and %d \n",
                 [&] { m_Errors.ErrTypeMismatch("%s", "%d", m_Where); });
     ExpectError("now.st error: Program '%d%s' required\n", [&] { m_Errors.ErrProgramRequired("%d%s"); });
+    ExpectError("a%b%d.st(3,7) : error: variable 50%d% not declared\n",
+                [&] { m_Errors.ErrVariableNotDeclared("50%%d%", SourceLocation{3, 7, 3, 9, "a%%b%%d.st"}); });
     g_CurrentFileName = "%s.st";
     ExpectError("%s.st error: %n\n", [&] { m_Errors.ErrGeneric("%n"); });
+    g_CurrentFileName = "%%%d.st";
+    ExpectError("%%d.st error: %d%\n", [&] { m_Errors.ErrGeneric("%d%%"); });
 }
 
 TEST_F(ErrorHandlerTest, RepeatedErrorsAreCountedEach)
