@@ -314,7 +314,7 @@ void CCodeGeneration::GenerateStringInit(const CVariable* pVariable, std::string
         text += "\tPUSH(SINT)\t" + std::to_string(static_cast<int>(static_cast<signed char>(c))) + "\t\t;";
         text += c;
         text += "\n\tPOP(SINT)\t[" + m_Area + std::to_string(offset) + "]\n";
-        offset += pVariable->m_Type->m_Align;
+        offset += pVariable->m_Type->GetPlacingAlign();
     }
 }
 

@@ -250,7 +250,7 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     // The block's own memory holds pointers only: the instance, and one slot for each of its variables.
     // Kept: counted by the alignment of a pointer, even where a slot is larger.
     const std::int64_t slots = static_cast<std::int64_t>(pPou->m_Parameters.size()) + 1;
-    pPou->m_LocalSize = ToStoredBytes(slots * m_PointerType->m_Align);
+    pPou->m_LocalSize = ToStoredBytes(slots * m_PointerType->GetPlacingAlign());
     WriteTabLine(FormatText("LOCALDATA %d", std::max(pPou->m_LocalSize, 1)));
     m_CurrentFb = pPou;
     if (pStruct->m_Members.empty())

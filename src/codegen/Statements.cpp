@@ -116,7 +116,7 @@ void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode
 {
     const CVariable* pVariable = pTarget->pVariable;
     const std::string area = GetAreaPrefix(pVariable);
-    const std::int64_t step = pTarget->pType ? pTarget->pType->m_Align : 1;
+    const std::int64_t step = pTarget->pType ? pTarget->pType->GetPlacingAlign() : 1;
     std::int64_t offsetBytes = pVariable->m_Offset;
     bool isFirst = true;
     for (const char byte : pLiteral->szString.Get()) {

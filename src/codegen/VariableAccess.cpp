@@ -139,7 +139,7 @@ void CCodeGeneration::EnterElement(const CNode* pStep, AccessPath& path)
     std::int64_t add = 0;
     if (path.EndsInBool()) {
         path.bit = static_cast<int>(element % bitsInByte);
-        add = WrapMul(element / bitsInByte, path.pType->m_Align);
+        add = WrapMul(element / bitsInByte, path.pType->GetPlacingAlign());
     } else {
         add = WrapMul(GetElementStride(pArrayType, path.pIndex, path.level, -1), element);
     }

@@ -2,6 +2,7 @@
 
 #include "model/InitValue.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -61,6 +62,8 @@ public:
 
     void SetSizeBytes(std::int32_t n) { m_SizeBits = n * 8; }
     void SetAlign(std::int32_t n) { m_Align = n; }
+    // The alignment that places are computed with: an unknown one, and any below 1 that a target gives, counts as 1.
+    std::int32_t GetPlacingAlign() const { return std::max(m_Align, 1); }
 
     bool m_Allowed = true;                         // the target allows the type
     std::unique_ptr<CInitValue> m_InitValue;       // default initial value, may be null
@@ -70,7 +73,7 @@ public:
     bool m_IsElementary = true;                    // true for an alias too
     CType* m_AliasOf = nullptr;                    // with m_IsAlias
     std::int32_t m_SizeBits = -1;                  // -1: unknown, also of every array: bounds belong to variables
-    std::int32_t m_Align = -1;                     // bytes; -1: unknown
+    std::int32_t m_Align = -1;                     // bytes, as the target gives them; -1: unknown
 
 protected:
     // What the class tests ask; each class of the family answers with its own.

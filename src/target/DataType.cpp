@@ -109,7 +109,7 @@ CType* CDataType::ReadFormats(CXmlNode& target)
         if (CType* pFound = FindType(name)) pType = pFound;
         if (!pType) continue;
         pType->m_SizeBits = sizeBits;
-        pType->m_Align = std::max(align, 1);
+        pType->m_Align = align;   // also one that no place can have; it is shown so
     }
     return pType;
 }

@@ -37,7 +37,7 @@ CType* CMemoryHandler::InnermostOf(CType* pType) const
 
 std::int32_t CMemoryHandler::AlignOf(const CType* pType)
 {
-    return std::max(pType->m_Align, 1);
+    return pType->GetPlacingAlign();
 }
 
 // A type of unknown size (the error type, or a type that no target can allow) takes a byte: what it is

@@ -129,7 +129,20 @@ TEST_F(DataTypeTest, FirstFormatDefaultsToZero)
 {
     LoadTypes("", "<DATATYPE name=\"INT\"/>");
     EXPECT_EQ(0, Type("INT")->m_SizeBits);
-    EXPECT_EQ(1, Type("INT")->m_Align);   // below 1 counts as 1
+    EXPECT_EQ(0, Type("INT")->m_Align);
+    EXPECT_EQ(1, Type("INT")->GetPlacingAlign());
+}
+
+TEST_F(DataTypeTest, AlignmentsBelowOneAreKeptAndPlaceLikeOne)
+{
+    LoadTypes("", "<DATATYPE name=\"INT\" size=\"16\" align=\"-4\"/><DATATYPE name=\"WORD\"/>"
+                  "<DATATYPE name=\"UDINT\" size=\"32\" align=\"0\"/><DATATYPE name=\"DINT\" align=\"2\"/>");
+    EXPECT_EQ(-4, Type("INT")->m_Align);
+    EXPECT_EQ(-4, Type("WORD")->m_Align);
+    EXPECT_EQ(1, Type("WORD")->GetPlacingAlign());
+    EXPECT_EQ(0, m_Types.m_StringType->m_Align);
+    EXPECT_EQ(1, m_Types.m_StringType->GetPlacingAlign());
+    EXPECT_EQ(2, Type("DINT")->GetPlacingAlign());
 }
 
 TEST_F(DataTypeTest, HexadecimalSize)
