@@ -6,7 +6,7 @@ DBI COMPILERBUILDNUMBER 1
 
 
 ; ----------------------------------------------------------------------
-; FUNCTION: Clamp,	 file tank.st,	 line 46
+; FUNCTION: Clamp,	 file tank.st,	 line 48
 ; ----------------------------------------------------------------------
 FUNCTION_Clamp:
 
@@ -27,7 +27,7 @@ FUNCTION_Clamp:
 	;Local variable initialization
 
 	;Function body
-DBI FILE 0 LINE 50
+DBI FILE 0 LINE 52
 	PUSH(INT)	[local+4]	;low
 	PUSH(INT)	[local+2]	;value
 	MAX(INT)
@@ -44,7 +44,7 @@ DBI FILE 0 LINE 50
 
 
 ; ----------------------------------------------------------------------
-; PROGRAM: second,	 file tank.st,	 line 53
+; PROGRAM: second,	 file tank.st,	 line 55
 ; ----------------------------------------------------------------------
 PROGRAM_second:
 
@@ -54,12 +54,6 @@ PROGRAM_second:
 	NOP ; begin
 	NOP
 	LOCALSET 2 ; 16 bytes size
-	;Call to global variable initialization
-	JSR FUNCTION___GlobalInitialization__
-
-	;Call to retain variable initialization
-	JSR FUNCTION___RetainInitialization__
-
 
 	; Initialization test
 	PUSH (INT) [local+14] ; __ProgramInit
@@ -83,20 +77,20 @@ PROGRAM_second:
 	LABEL0001:
 
 	;Program body
-DBI FILE 0 LINE 59
+DBI FILE 0 LINE 61
 	PUSH(INT)	0
 	POP(INT)	[local+2]	;filled
-DBI FILE 0 LINE 60
+DBI FILE 0 LINE 62
 	PUSH(INT)	1
 	POP(INT)	[local+0]	;i
-DBI FILE 0 LINE 61
+DBI FILE 0 LINE 63
 	;while
 	LABEL0002:
 	PUSH(INT)	[local+0]	;i
 	PUSH(INT)	2
 	CMP LE(INT)
 	JNC LABEL0003
-DBI FILE 0 LINE 62
+DBI FILE 0 LINE 64
 	PUSH(INT)	[local+2]	;filled
 	;runtime array address
 	PUSH&(INT)[global+12]	;&tanks[0].level
@@ -108,7 +102,7 @@ DBI FILE 0 LINE 62
 	JSR FUNCTION_Clamp
 	ADD(INT)
 	POP(INT)	[local+2]	;filled
-DBI FILE 0 LINE 63
+DBI FILE 0 LINE 65
 	PUSH(INT)	[local+0]	;i
 	PUSH(INT)	1
 	ADD(INT)
@@ -116,12 +110,12 @@ DBI FILE 0 LINE 63
 	JMP LABEL0002
 	LABEL0003:
 
-DBI FILE 0 LINE 65
+DBI FILE 0 LINE 67
 	PUSH(INT)	[local+2]	;filled
 	PUSH(INT)	2
 	DIV(INT)
 	POP(INT)	[global+80]	;mode
-DBI FILE 0 LINE 66
+DBI FILE 0 LINE 68
 	;if
 	;and
 	PUSH(INT)	[global+80]	;mode
@@ -136,16 +130,16 @@ DBI FILE 0 LINE 66
 
 	JNC LABEL0004
 	;then
-DBI FILE 0 LINE 67
+DBI FILE 0 LINE 69
 	PUSH(BOOL)	0
 	POP(BOOL)	[2000].3	;pump
-DBI FILE 0 LINE 68
+DBI FILE 0 LINE 70
 	PUSH(BOOL)	1
 	POP(BOOL)	[retain+12].0	;tripped
-DBI FILE 0 LINE 69
+DBI FILE 0 LINE 71
 	PUSH(BOOL)	1
 	POP(BOOL)	[global+20].1	;tanks[0].outlet
-DBI FILE 0 LINE 70
+DBI FILE 0 LINE 72
 	PUSH(BOOL)	0
 	POP(BOOL)	[global+69].1	;alarms[9]
 	JMP LABEL0006
@@ -154,15 +148,15 @@ DBI FILE 0 LINE 70
 	PUSH(Percent)	[global+62]	;limits.low
 	CMP LT(INT)
 	JNC LABEL0007
-DBI FILE 0 LINE 72
+DBI FILE 0 LINE 74
 	PUSH(BOOL)	1
 	POP(BOOL)	[2000].3	;pump
-DBI FILE 0 LINE 73
+DBI FILE 0 LINE 75
 	PUSH(INT)	[2002]	;speed
 	PUSH(INT)	[local+10]	;steps[1]
 	ADD(INT)
 	POP(INT)	[2002]	;speed
-DBI FILE 0 LINE 74
+DBI FILE 0 LINE 76
 	PUSH(INT)	[retain+4]	;starts[0]
 	PUSH(INT)	1
 	ADD(INT)
@@ -170,26 +164,67 @@ DBI FILE 0 LINE 74
 	JMP LABEL0006
 	;else
 	LABEL0007:
-DBI FILE 0 LINE 76
+DBI FILE 0 LINE 78
 	PUSH(UDINT)	[retain+0]	;pumped
 	PUSH(UDINT)	1
 	ADD(UDINT)
 	POP(UDINT)	[retain+0]	;pumped
 	LABEL0006:
-DBI FILE 0 LINE 78
+DBI FILE 0 LINE 80
 	PUSH(REAL)	[retain+8]	;total
 	PUSH(REAL)	[global+32]	;tanks[1].area
 	PUSH(REAL)	[local+4]	;scale
 	MUL(REAL)
 	ADD(REAL)
 	POP(REAL)	[retain+8]	;total
-DBI FILE 0 LINE 79
+DBI FILE 0 LINE 81
 	PUSH&(UDINT)	[global+62]	;limits
 	PUSH&(UDINT)	[global+38]	;tanks[1].range
 	MEMCPY	6
 
 
 	NOP ; end
+	RTS
+	DBI POU_END
+
+
+
+; ----------------------------------------------------------------------
+; PROGRAM: startup,	 file automatic declaration,	 line -1
+; ----------------------------------------------------------------------
+PROGRAM_startup:
+
+
+	DBI POU_BEGIN
+
+	LOCALSET 3 ; 0 bytes used
+	;Call to global variable initialization
+	JSR FUNCTION___GlobalInitialization__
+
+
+	
+	RTS
+	DBI POU_END
+
+
+
+; ----------------------------------------------------------------------
+; PROGRAM: coldstart,	 file automatic declaration,	 line -1
+; ----------------------------------------------------------------------
+PROGRAM_coldstart:
+
+
+	DBI POU_BEGIN
+
+	LOCALSET 4 ; 0 bytes used
+	;Call to global variable initialization
+	JSR FUNCTION___GlobalInitialization__
+
+	;Call to retain variable initialization
+	JSR FUNCTION___RetainInitialization__
+
+
+	
 	RTS
 	DBI POU_END
 
@@ -222,10 +257,20 @@ FUNCTION___GlobalInitialization__:
 	POP(INT) 	[global+2];WINDOW[1]
 	PUSH(INT) 	10
 	POP(INT) 	[global+4];WINDOW[2]
+	PUSH(REAL)	1.500000
+	POP(REAL) 	[global+8];tanks[0].area
 	PUSH(INT)	30
 	POP(INT) 	[global+12];tanks[0].level
+	PUSH(Percent)	20
+	POP(Percent) 	[global+14];tanks[0].range.low
 	PUSH(Percent)	90
 	POP(Percent) 	[global+16];tanks[0].range.high
+	PUSH(BOOL)	1
+	POP(BOOL) 	[global+18].0;tanks[0].range.armed
+	PUSH(BOOL)	1
+	POP(BOOL) 	[global+18].1;tanks[0].range.quiet
+	PUSH(USINT)	3
+	POP(USINT) 	[global+19];tanks[0].range.tries
 	PUSH(INT) 	40
 	POP(INT) 	[global+22];tanks[0].history[0]
 	PUSH(INT) 	40
@@ -234,6 +279,8 @@ FUNCTION___GlobalInitialization__:
 	POP(INT) 	[global+26];tanks[0].history[2]
 	PUSH(REAL)	0.750000
 	POP(REAL) 	[global+32];tanks[1].area
+	PUSH(INT)	45
+	POP(INT) 	[global+36];tanks[1].level
 	PUSH(Percent) 	20
 	POP(Percent) 	[global+38];tanks[1].range.low
 	PUSH(Percent) 	80

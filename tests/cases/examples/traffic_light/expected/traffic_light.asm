@@ -225,6 +225,47 @@ DBI FILE 0 LINE 45
 	DBI POU_END
 
 
+
+; ----------------------------------------------------------------------
+; PROGRAM: startup,	 file automatic declaration,	 line -1
+; ----------------------------------------------------------------------
+PROGRAM_startup:
+
+
+	DBI POU_BEGIN
+
+	LOCALSET 3 ; 0 bytes used
+	;Call to global variable initialization
+	JSR FUNCTION___GlobalInitialization__
+
+
+	
+	RTS
+	DBI POU_END
+
+
+
+; ----------------------------------------------------------------------
+; PROGRAM: coldstart,	 file automatic declaration,	 line -1
+; ----------------------------------------------------------------------
+PROGRAM_coldstart:
+
+
+	DBI POU_BEGIN
+
+	LOCALSET 4 ; 0 bytes used
+	;Call to global variable initialization
+	JSR FUNCTION___GlobalInitialization__
+
+	;Call to retain variable initialization
+	JSR FUNCTION___RetainInitialization__
+
+
+	
+	RTS
+	DBI POU_END
+
+
 ;------------------------------------------------------------------------
 ; FUNCTION: __GlobalInitialization__
 ;          Automatically created by compiler.
