@@ -1,8 +1,11 @@
 #include "frontend/Notes.h"
 
+#include "frontend/Error.h"
 #include "model/Pou.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <span>
 #include <tuple>
 #include <unordered_map>
 
@@ -73,11 +76,11 @@ std::string CNotes::GetPrintedLines(const std::vector<std::string>& sourceFiles)
         const Entry& entry = *lines[i].pEntry;
         const bool hasPlace = entry.line > 0;
         if (hasPlace && i > 0 && lines[i].key == lines[i - 1].key) continue;
-        text += entry.file;
-        if (hasPlace) text += "(" + std::to_string(entry.line) + "," + std::to_string(entry.column) + ")";
-        text += " : note N" + std::to_string(static_cast<int>(entry.note)) + ": ";
-        text += FillSubject(GetText(entry.note), entry.subject);
-        text += '\n';
+        std::string line = entry.file + (hasPlace ? "(%d,%d)" : "");
+        line += " : note N" + std::to_string(static_cast<int>(entry.note)) + ": ";
+        line += FillSubject(GetText(entry.note), entry.subject) + "\n";
+        const std::int32_t place[] = {entry.line, entry.column};
+        text += ExpandMarks(line, std::span(place, hasPlace ? 2 : 0));
     }
     return text;
 }

@@ -67,6 +67,19 @@ TEST(NotesTest, OnePlaceDrawsTheSameNoteOnce)
                      "a.st(1,1) : note N24: EXIT leaves the CASE only, not the loop around it\n");
 }
 
+TEST(NotesTest, NamesAreExpandedAsInDiagnostics)
+{
+    CNotes notes;
+    notes.Add(Note::ExitOfCase, At("a%%b.st", 2, 1));
+    notes.Add(Note::ExitOfCase, At("a%db.st", 3, 4));
+    notes.AddInFile(Note::PointerAlignment, "%d%%.xml", 0, 0, "UDINT");
+    const std::string exitText = " : note N24: EXIT leaves the CASE only, not the loop around it\n";
+    EXPECT_EQ(notes.GetPrintedLines({"a%%b.st", "a%db.st"}),
+              "%d%.xml : note N25: the alignment of the pointer type UDINT is below its size: function blocks reserve too "
+              "little local memory\n"
+              "a%b.st(2,1)" + exitText + "a3b.st(4,%d)" + exitText);
+}
+
 TEST(NotesTest, EveryNoteHasATextAndANumberOfItsOwn)
 {
     EXPECT_EQ(static_cast<int>(Note::ValueWithoutType), 1);
