@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -106,8 +107,9 @@ public:
     // The output's name with ".dbi" in the place of ".asm" and what follows it; behind the whole name if ".asm"
     // stands at its start, is missing, or stands there twice.
     static std::string GetDebugName(const std::string& outputName);
-    // Writes the debug file that belongs to the output; false if it could not be written.
-    bool WriteDebugInformation(const std::string& outputName);
+    // Writes the debug file that belongs to the output, or to the given file instead, which is not replaced but
+    // written as it is; false if it could not be written. Its walk over the call tree is made in any case.
+    bool WriteDebugInformation(const std::string& outputName, const std::optional<std::string>& fileName = {});
     static std::uint16_t ComputeSign(std::string_view text);      // the checksum of the debug file
     // "[40,4][2]": the stride of each dimension in a type text "INT[0..1,0..9][0..1]", the innermost being given.
     static std::string MakeDisplacement(std::string_view typeText, std::int64_t size);

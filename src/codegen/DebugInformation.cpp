@@ -268,7 +268,7 @@ std::string CCodeGeneration::GetDebugName(const std::string& outputName)
     return outputName.substr(0, isCut ? position : std::string::npos) + ".dbi";
 }
 
-bool CCodeGeneration::WriteDebugInformation(const std::string& outputName)
+bool CCodeGeneration::WriteDebugInformation(const std::string& outputName, const std::optional<std::string>& fileName)
 {
     m_DebugDocument = std::make_unique<CXmlDocument>();
     CXmlNode& root = m_DebugDocument->m_Root;
@@ -294,5 +294,6 @@ bool CCodeGeneration::WriteDebugInformation(const std::string& outputName)
     for (const CType* pType : m_Norvane.m_DataTypes.GetTypes())
         if (pType->m_Allowed && pType->m_Name != "ERROR") AddTypeElement(pTypes, pType);
 
-    return m_DebugDocument->Save(GetDebugName(outputName)) == 0;
+    const int result = fileName ? m_DebugDocument->SaveAsIs(*fileName) : m_DebugDocument->Save(GetDebugName(outputName));
+    return result == 0;
 }

@@ -8,7 +8,7 @@ class CNorvane;
 
 extern std::string g_OutputFile;                     // of -o; "output.asm": to be derived from the last source
 extern std::string g_TargetFile;                     // of -i; empty: not given
-extern const std::string g_TemporaryOutput;          // the assembler text under construction, in the current directory
+extern const std::string g_TemporaryOutput;          // what the assembler text under construction shows itself as
 
 // The command line read into settings and a source list.
 class CCommandLine

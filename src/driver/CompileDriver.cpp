@@ -1,11 +1,13 @@
 #include "driver/CompileDriver.h"
 
 #include "driver/CompileStamp.h"
-#include "driver/TemporaryFiles.h"
+#include "driver/OutputPair.h"
 #include "driver/Version.h"
 #include "files/FileSystem.h"
 #include "files/Format.h"
+#include "files/Platform.h"
 #include "files/Print.h"
+#include "files/TemporaryFiles.h"
 #include "frontend/MessageTable.h"
 #include "frontend/Parser.h"
 #include "frontend/Scanner.h"
@@ -13,11 +15,12 @@
 #include "target/TargetCheck.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <set>
 
 static constexpr int g_NoTargetMessage = 111;
 static constexpr int g_TargetNotFoundMessage = 112;
-// The output's name as long as no -o sets one, and so no name at all. That the temporary file is called the same is
-// wanted, too: `-o output.asm` is no -o.
+// The output's name as long as no -o sets one, and so no name at all: `-o output.asm` is no -o.
 static constexpr std::string_view g_DefaultOutput = "output.asm";
 // What marks the firmware library's temporary source.
 static constexpr std::string_view g_LibraryMark = ".~";
@@ -46,7 +49,7 @@ int CCompileDriver::Run(const std::vector<std::string>& arguments)
         Print(GetMessage(g_NoTargetMessage));
         return 1;
     }
-    if (!IsReadableFile(g_TargetFile)) {
+    if (m_TargetFile.Open(g_TargetFile, TextFile::ForReading, m_Norvane.m_Target.m_Encoding) != 0) {
         Print(GetMessage(g_TargetNotFoundMessage));
         return 1;
     }
@@ -55,7 +58,9 @@ int CCompileDriver::Run(const std::vector<std::string>& arguments)
         return 0;
     }
     m_LastSource = FindLastSource();
-    if (!LoadTarget() || OverwritesInput() || !OpenOutput()) return 1;
+    m_OutputName = DeriveOutputName();
+    if (IsOutputRefused()) m_Norvane.m_DumpTree = false;
+    if (!LoadTarget() || !ReadEnvironment() || FilesMeet() || !OpenOutput()) return 1;
 
     WriteHeader();
     CollectSources();
@@ -72,7 +77,8 @@ int CCompileDriver::Run(const std::vector<std::string>& arguments)
     if (m_Norvane.m_DumpFailed) m_ExitStatus = 1;
     RemoveTemporaryFiles();
     FreeScannerBuffer();
-    return PrintSummary();
+    Print(m_Summary.empty() ? FormatSummary() : m_Summary);
+    return m_ExitStatus;
 }
 
 // Kept: the very last argument isn't looked at, so a source that stands there alone is none.
@@ -85,7 +91,8 @@ bool CCompileDriver::HasCountingSource() const
 // The order matters: each of these tables is made from the ones before it.
 bool CCompileDriver::LoadTarget()
 {
-    m_Norvane.m_Target.Load(g_TargetFile);   // what could be read of a broken document may be all that it takes
+    m_Norvane.m_Target.Load(m_TargetFile);   // what could be read of a broken document may be all that it takes
+    m_TargetFile.Close();
     const std::string missing = FindMissingTargetNode(m_Norvane.m_Target);
     if (!missing.empty()) {
         PrintFailure(g_TargetFile + ": the target description has no node " + missing);
@@ -133,46 +140,117 @@ std::string CCompileDriver::DeriveOutputName() const
     return name + ".asm";
 }
 
-// All files that the run is going to write, but for the one that -l asks for.
-std::vector<std::string> CCompileDriver::ListOutputs() const
+static bool IsAmong(const std::set<FileIdentity>& files, const std::string& name)
 {
-    const std::string output = DeriveOutputName();
-    std::vector<std::string> outputs = {g_TemporaryOutput, output, CCodeGeneration::GetDebugName(output)};
-    if (!m_Norvane.m_DumpTree) return outputs;
-    for (const std::optional<std::string>& source : m_CommandLine.m_Sources)
-        if (source) outputs.push_back(*source + ".xml");
-    return outputs;
+    const std::optional<FileIdentity> identity = GetFileIdentity(name.c_str());
+    return identity && files.contains(*identity);
 }
 
-// A source or the target description that the run would write over would be lost.
-bool CCompileDriver::OverwritesInput() const
+static void AddFile(std::set<FileIdentity>& files, const std::string& name)
 {
-    const std::vector<std::string> outputs = ListOutputs();
-    std::vector<std::optional<std::string>> inputs = m_CommandLine.m_Sources;
-    inputs.emplace_back(g_TargetFile);
-    for (const std::optional<std::string>& input : inputs) {
-        const auto isInput = [&input](const std::string& output) { return IsSameFile(*input, output); };
-        if (!input || std::none_of(outputs.begin(), outputs.end(), isInput)) continue;
-        PrintFailure(*input + ": the output would overwrite this input file");
+    if (const std::optional<FileIdentity> identity = GetFileIdentity(name.c_str())) files.insert(*identity);
+}
+
+// The trees that -x asks for.
+std::vector<std::string> CCompileDriver::ListDumps() const
+{
+    std::vector<std::string> dumps;
+    if (!m_Norvane.m_DumpTree) return dumps;
+    for (const std::optional<std::string>& source : m_CommandLine.m_Sources)
+        if (source) dumps.push_back(*source + ".xml");
+    return dumps;
+}
+
+// The first of the files that are read and that the run would write over; empty if there is none. The file of -l is
+// both read and written, and may be the target description.
+std::string CCompileDriver::FindOverwrittenInput() const
+{
+    std::set<FileIdentity> outputs;
+    AddFile(outputs, m_OutputName);
+    AddFile(outputs, CCodeGeneration::GetDebugName(m_OutputName));
+    for (const std::string& dump : ListDumps()) AddFile(outputs, dump);
+    std::set<FileIdentity> written = outputs;
+    AddFile(written, m_Norvane.m_LibraryFile);
+    std::set<FileIdentity> library;
+    if (m_Norvane.m_LibraryFile.empty()) AddFile(library, m_Norvane.GetFirmwareLibraryName());
+
+    for (const std::optional<std::string>& source : m_CommandLine.m_Sources) {
+        if (!source) continue;
+        // The library's own file of an earlier run is passed over, and may be written again.
+        if (IsAmong(written, *source) || (!IsPassedOver(*source) && IsAmong(library, *source))) return *source;
+    }
+    if (IsAmong(outputs, g_TargetFile) || IsAmong(library, g_TargetFile)) return g_TargetFile;
+    return IsAmong(outputs, m_Norvane.m_LibraryFile) ? m_Norvane.m_LibraryFile : std::string();
+}
+
+// The first output that would be the same file as another one; empty if there is none.
+std::string CCompileDriver::FindSharedOutput() const
+{
+    const std::string debugName = CCodeGeneration::GetDebugName(m_OutputName);
+    const auto isTaken = [this](const std::string& name) {
+        return m_Norvane.m_LibraryFile.empty() && IsSamePlace(name, m_Norvane.GetFirmwareLibraryName());
+    };
+    if (isTaken(m_OutputName) || isTaken(debugName)) return m_OutputName;
+    const bool isDevice = IsSpecialFile(m_OutputName);
+    if (!isDevice && IsSamePlace(m_OutputName, debugName)) return m_OutputName;
+    for (const std::string& dump : ListDumps())
+        if (!IsSpecialFile(dump) && (IsSamePlace(dump, m_OutputName) || IsSamePlace(dump, debugName))) return dump;
+    return {};
+}
+
+// Asked before anything is opened for writing.
+bool CCompileDriver::FilesMeet() const
+{
+    const std::string input = FindOverwrittenInput();
+    if (!input.empty()) {
+        PrintFailure(input + ": the output would overwrite this input file");
         return true;
     }
-    return false;
+    const std::string shared = FindSharedOutput();
+    if (!shared.empty()) PrintFailure(shared + ": two outputs would be this file");
+    return !shared.empty();
+}
+
+// For builds that are the same wherever and whenever they are made. False if the environment gives no moment.
+bool CCompileDriver::ReadEnvironment()
+{
+    const char* szDate = std::getenv("SOURCE_DATE_EPOCH");
+    if (!szDate) return true;
+    m_Norvane.m_IsReproducible = ReadSourceDate(szDate, m_SourceDate);
+    if (!m_Norvane.m_IsReproducible) PrintFailure("SOURCE_DATE_EPOCH is no number of seconds since 1970");
+    return m_Norvane.m_IsReproducible;
+}
+
+// A directory stands where an output belongs. The sources are checked all the same, but nothing is written.
+bool CCompileDriver::IsOutputRefused() const
+{
+    return IsDirectory(m_OutputName) || IsDirectory(CCodeGeneration::GetDebugName(m_OutputName));
+}
+
+// Beside the final text, so that it needs no room on another disk; elsewhere if that is no file in a folder.
+std::string CCompileDriver::FindTemporaryPlace() const
+{
+    const std::string place = FollowLinks(m_OutputName);
+    const bool isFile = !IsSpecialFile(m_OutputName) && !IsDirectory(m_OutputName) && IsDirectory(GetFolder(place));
+    return isFile ? place : GetTemporaryDirectory() + std::string(g_DefaultOutput);
 }
 
 bool CCompileDriver::OpenOutput()
 {
-    if (!m_Output.Open(g_TemporaryOutput)) {
+    constexpr unsigned forTheUserAlone = 0600;
+    m_TemporaryName = MakeTemporaryFile(FindTemporaryPlace(), forTheUserAlone);
+    if (m_TemporaryName.empty() || !m_Output.Open(m_TemporaryName)) {
         PrintFailure(g_TemporaryOutput + ": the temporary output file can't be written");
         return false;
     }
-    KeepTrackOfTemporaryFile(g_TemporaryOutput);
     m_Norvane.m_Code.m_Output = &m_Output;
     return true;
 }
 
 void CCompileDriver::WriteHeader()
 {
-    m_Norvane.m_CompileStamp = ComputeCompileStamp(m_LastSource);
+    m_Norvane.m_CompileStamp =
+        m_Norvane.m_IsReproducible ? ComputeCompileStamp(m_SourceDate) : ComputeCompileStamp(m_LastSource);
     if (m_Norvane.m_ProgramName == "default")   // also when -n said so
         m_Norvane.m_ProgramName = g_OutputFile == g_DefaultOutput ? m_LastSource : g_OutputFile;
     m_Norvane.m_Code.WriteHeader(m_Norvane.m_ProgramName, FormatText("%d", m_Norvane.m_CompileStamp),
@@ -187,7 +265,7 @@ void CCompileDriver::CollectSources()
     std::vector<std::optional<std::string>>& sources = m_CommandLine.m_Sources;
     const std::string library = m_Norvane.ExtractFirmwareLibrary();
     if (!library.empty()) sources[0] = library;
-    if (!library.empty() && !m_CommandLine.m_KeepTemporary) KeepTrackOfTemporaryFile(library);
+    if (m_CommandLine.m_KeepTemporary) KeepTemporaryFileAs(m_Norvane.m_LibraryTemporary, library);
     for (std::size_t slot = 1; slot < sources.size(); ++slot)
         if (sources[slot] && IsPassedOver(*sources[slot])) sources[slot].reset();
 }
@@ -197,15 +275,28 @@ void CCompileDriver::CompileSources()
     SetScannerContext(m_Norvane);
     SetParserContext(m_Norvane);
     m_Norvane.m_SourceFiles.clear();
-    for (const std::optional<std::string>& name : m_CommandLine.m_Sources)
-        if (name && !CompileSource(*name)) return;
+    const std::vector<std::optional<std::string>>& sources = m_CommandLine.m_Sources;
+    if (sources[0] && !CompileLibrary(*sources[0])) return;
+    for (std::size_t slot = 1; slot < sources.size(); ++slot)
+        if (sources[slot] && !CompileSource(*sources[slot], *sources[slot])) return;
 }
 
-// False if the file isn't there, which ends the run behind the sources before it.
-bool CCompileDriver::CompileSource(const std::string& name)
+// The tree of what doesn't stay would not stay either.
+bool CCompileDriver::CompileLibrary(const std::string& name)
+{
+    const bool isDumped = m_Norvane.m_DumpTree;
+    m_Norvane.m_DumpTree = isDumped && m_CommandLine.m_KeepTemporary;
+    const bool isThere = CompileSource(name, m_Norvane.m_LibraryTemporary);
+    m_Norvane.m_DumpTree = isDumped;
+    return isThere;
+}
+
+// Everything shows the name; the text comes from the file. False if the file isn't there, which ends the run behind
+// the sources before it.
+bool CCompileDriver::CompileSource(const std::string& name, const std::string& fileName)
 {
     const bool isStored = !m_Norvane.m_LibraryFile.empty();
-    const bool isOpen = OpenScannerInput(name, isStored ? &m_LibraryText : nullptr);
+    const bool isOpen = OpenScannerInput(fileName, isStored ? &m_LibraryText : nullptr);
 
     Print(GetDisplayName(name) + "\n");
     m_Norvane.m_SourceFiles.push_back(name);
@@ -240,38 +331,51 @@ void CCompileDriver::GenerateClosingBlocks()
 // Errors that are found from here on are printed and counted, but the outputs stand.
 void CCompileDriver::FinishOutput()
 {
-    g_OutputFile = DeriveOutputName();
+    g_OutputFile = m_OutputName;
     m_Norvane.m_Code.m_Output = nullptr;
-    if (!m_Output.Close()) {
-        PrintFailure(g_TemporaryOutput + ": the temporary output file can't be written");
-        m_ExitStatus = 1;
+    if (m_Output.Close()) {
+        WriteOutputs();
         return;
     }
-    // The walk over the call tree, which comes first here, finds out what the merge comments out.
-    if (!m_Norvane.m_Code.WriteDebugInformation(g_OutputFile)) {
-        PrintFailure(g_OutputFile + ": the debug file of this output can't be written");
-        m_ExitStatus = 1;
-    }
-    if (!m_Norvane.MergeOutput(g_TemporaryOutput, g_OutputFile)) {
-        PrintFailure(g_OutputFile + ": the output file can't be written");
-        m_ExitStatus = 1;
-        return;
-    }
-    if (IsSameFile(g_OutputFile, g_TemporaryOutput)) ForgetTemporaryFile(g_TemporaryOutput);
-    PrintNotes();
+    PrintFailure(g_TemporaryOutput + ": the temporary output file can't be written");
+    m_ExitStatus = 1;
 }
 
-// Where the outputs stand, the user is told what in them does something else than its source says.
-void CCompileDriver::PrintNotes()
+void CCompileDriver::WriteOutputs()
 {
-    PrintToStandardError(m_Norvane.m_Notes.GetPrintedLines(m_Norvane.m_SourceFiles));
+    const std::string textFailure = g_OutputFile + ": the output file can't be written";
+    const std::string debugFailure = g_OutputFile + ": the debug file of this output can't be written";
+    OutputPair outputs(g_OutputFile, CCodeGeneration::GetDebugName(g_OutputFile));
+    outputs.Prepare();
+
+    // The walk over the call tree, which comes first here, finds out what the merge comments out. It is made even if
+    // there is no file to write to: the statistics show it.
+    const bool isDebugWritten = m_Norvane.m_Code.WriteDebugInformation(g_OutputFile, outputs.GetDebugWorkName());
+    bool isTextWritten = outputs.IsTextReady();
+    if (isTextWritten && isDebugWritten)
+        isTextWritten = m_Norvane.MergeOutput(m_TemporaryName, outputs.GetTextWorkName());
+    if (!isDebugWritten) PrintFailure(debugFailure);
+    if (!isTextWritten) PrintFailure(textFailure);
+    m_ExitStatus = isDebugWritten && isTextWritten ? m_ExitStatus : 1;
+    // Behind the replacement nothing may fail any more, so all that is told then is made now.
+    m_Summary = FormatSummary();
+    const std::string notes = m_Norvane.m_Notes.GetPrintedLines(m_Norvane.m_SourceFiles);
+    if (!isDebugWritten || !isTextWritten) return;
+
+    const OutputPair::Outcome outcome = outputs.Replace();
+    if (outcome == OutputPair::Outcome::Replaced) {
+        // Where the outputs stand, the user is told what in them does something else than its source says.
+        PrintToStandardError(notes);
+        return;
+    }
+    PrintFailure(outcome == OutputPair::Outcome::DebugFailed ? debugFailure : textFailure);
+    m_ExitStatus = 1;
 }
 
-int CCompileDriver::PrintSummary()
+std::string CCompileDriver::FormatSummary() const
 {
     const int errorCount = m_Norvane.m_Errors.GetErrorCount();
     const int warningCount = m_Norvane.m_Errors.GetWarningCount();
-    Print(g_OutputFile + FormatText(" - %d error(s), %d warning(s)\n", errorCount, warningCount));
-    if (errorCount == 0) Print("\n" + m_Norvane.m_Code.GetStatistics() + "\n");
-    return m_ExitStatus;
+    const std::string summary = g_OutputFile + FormatText(" - %d error(s), %d warning(s)\n", errorCount, warningCount);
+    return errorCount == 0 ? summary + "\n" + m_Norvane.m_Code.GetStatistics() + "\n" : summary;
 }

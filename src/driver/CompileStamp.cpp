@@ -2,13 +2,14 @@
 
 #include "files/FileSystem.h"
 
+#include <charconv>
 #include <sys/stat.h>
 
 static constexpr std::uint32_t g_StampMark = 0x80000000u;
 
 std::int32_t PackCompileStamp(const std::tm* pTime)
 {
-    const int year = pTime ? pTime->tm_year + 1900 : 0;
+    const std::int64_t year = pTime ? std::int64_t{pTime->tm_year} + 1900 : 0;
     const int month = pTime ? pTime->tm_mon + 1 : 0;
     const int day = pTime ? pTime->tm_mday : 0;
     const int hour = pTime ? pTime->tm_hour : -1;
@@ -28,4 +29,19 @@ std::int32_t ComputeCompileStamp(const std::string& fileName)
         return static_cast<std::int32_t>(g_StampMark);
     std::tm time;
     return PackCompileStamp(localtime_r(&status.st_mtime, &time));
+}
+
+std::int32_t ComputeCompileStamp(std::int64_t seconds)
+{
+    const std::time_t moment = static_cast<std::time_t>(seconds);
+    std::tm time;
+    return PackCompileStamp(gmtime_r(&moment, &time));
+}
+
+bool ReadSourceDate(std::string_view text, std::int64_t& seconds)
+{
+    constexpr std::int64_t first = -62167219200;   // 0000-01-01 00:00:00
+    constexpr std::int64_t last = 253402300799;    // 9999-12-31 23:59:59
+    const std::from_chars_result result = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    return result.ec == std::errc() && result.ptr == text.data() + text.size() && seconds >= first && seconds <= last;
 }

@@ -2,13 +2,12 @@
 // order, and that is compiled in front of the user's sources.
 
 #include "files/Base64.h"
-#include "files/FileSystem.h"
 #include "files/Format.h"
 #include "files/OutputTextFile.h"
+#include "files/Platform.h"
+#include "files/TemporaryFiles.h"
 #include "files/XmlDocument.h"
 #include "semantics/Norvane.h"
-
-#include <unistd.h>
 
 static constexpr std::string_view g_LibraryPath = "COMPILER\\TARGET\\LIBRARY";
 static constexpr std::string_view g_TargetPath = "COMPILER\\TARGET";
@@ -26,6 +25,20 @@ static void Trim(std::string& text)
     text.erase(0, first);
 }
 
+std::string CNorvane::GetFirmwareLibraryName() const
+{
+    return FormatText("FirmwareLibrary.~st%d", m_IsReproducible ? 0 : GetProcessNumber());
+}
+
+// A reproducible run shows a name that others show, too, so its file needs another one. Everybody else's has the name
+// that is shown: what an earlier process of the same number left behind goes, but a link is not followed.
+static std::string MakeLibraryFile(const std::string& name, bool isReproducible)
+{
+    if (isReproducible) return MakeTemporaryFile(name, GetFileMode(name.c_str()));
+    if (IsRegularFileItself(name.c_str())) UnlinkFile(name.c_str());
+    return MakeTemporaryFileNamed(name) ? name : std::string();
+}
+
 std::string CNorvane::ExtractFirmwareLibrary()
 {
     CXmlNode* pLibrary = m_Target.m_Root.FindChild(g_LibraryPath);
@@ -35,12 +48,15 @@ std::string CNorvane::ExtractFirmwareLibrary()
 
     std::string source;
     Base64Decode(pLibrary->m_Text, source);
-    const std::string name = FormatText("FirmwareLibrary.~st%d", static_cast<int>(getpid()));
+    const std::string name = GetFirmwareLibraryName();
     // A file that can't be made, or not as a whole, is found missing when it is to be compiled.
+    m_LibraryTemporary = MakeLibraryFile(name, m_IsReproducible);
     OutputTextFile file;
-    if (!file.Open(name)) return name;
+    if (m_LibraryTemporary.empty() || !file.Open(m_LibraryTemporary)) return name;
     file.Write(source);
-    if (!file.Close()) RemoveFile(name);
+    if (file.Close()) return name;
+    RemoveTemporaryFile(m_LibraryTemporary);
+    m_LibraryTemporary.clear();
     return name;
 }
 

@@ -1,9 +1,7 @@
 // The copy of the temporary assembler text into the final file. What no program reaches becomes comments:
 // it takes no room in the machine, and nothing is lost to a reader.
 
-#include "driver/TemporaryFiles.h"
 #include "files/Fatal.h"
-#include "files/FileSystem.h"
 #include "files/Format.h"
 #include "files/OutputTextFile.h"
 #include "model/PouTable.h"
@@ -52,19 +50,17 @@ static const CPou* FindLabelledPou(const CPouTable& pous, std::string_view line)
     return pous.FindPou(name);
 }
 
-// The final text is written beside its place and moved there when it is whole: a full disk leaves the file of
-// an earlier run, or none. Devices and pipes are written as they are.
-static bool CopyCommentingUnused(const CPouTable& pous, const std::string& temporaryName, const std::string& name)
+bool CNorvane::MergeOutput(const std::string& temporaryName, const std::string& outputName)
 {
     std::ifstream temporary(temporaryName, std::ios::binary);
     OutputTextFile file;
-    if (!temporary || !file.Open(name)) return false;
+    if (!temporary || !file.Open(outputName)) return false;
 
     bool isInside = false;
     bool isUnused = false;
     for (std::string line; std::getline(temporary, line);) {
         if (IsFunctionLabel(line)) {
-            const CPou* pPou = FindLabelledPou(pous, line);
+            const CPou* pPou = FindLabelledPou(m_Pous, line);
             isInside = true;
             isUnused = pPou && !pPou->m_Used;   // a name that the table lacks counts as used
             if (isUnused) file.Write(";;\tNot used\n");
@@ -76,20 +72,4 @@ static bool CopyCommentingUnused(const CPouTable& pous, const std::string& tempo
     }
     const bool isClosed = file.Close();
     return isClosed && !temporary.bad();
-}
-
-bool CNorvane::MergeOutput(const std::string& temporaryName, const std::string& outputName)
-{
-    if (IsSpecialFile(outputName)) return CopyCommentingUnused(m_Pous, temporaryName, outputName);
-
-    const std::string unfinishedName = MakeTemporaryName(outputName);
-    KeepTrackOfTemporaryFile(unfinishedName);
-    const bool isCopied = CopyCommentingUnused(m_Pous, temporaryName, unfinishedName);
-    if (!isCopied || !ReplaceFile(unfinishedName, outputName)) {
-        RemoveFile(unfinishedName);
-        return false;
-    }
-    ForgetTemporaryFile(unfinishedName);
-    if (!IsSameFile(temporaryName, outputName)) RemoveFile(temporaryName);
-    return true;
 }

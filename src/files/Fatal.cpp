@@ -1,6 +1,7 @@
 #include "files/Fatal.h"
 
 #include "files/Print.h"
+#include "files/TemporaryFiles.h"
 
 #include <cstdlib>
 #include <string>
@@ -8,6 +9,7 @@
 void EndProgram(int exitStatus, std::string_view text)
 {
     PrintFailure(text);
+    RemoveTemporaryFiles();
     std::exit(exitStatus);
 }
 

@@ -4,7 +4,7 @@
 
 // Ends the program with one line on standard error: for what no source or target may lead to, and for
 // the scanner's own faults. What was printed before is flushed first; files that only the run needs
-// are removed by the exit handlers.
+// are removed.
 [[noreturn]] void EndProgram(int exitStatus, std::string_view text);
 
 // A broken assumption of ours (an index behind the last child, a path that doesn't fit its type).

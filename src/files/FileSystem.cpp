@@ -1,42 +1,29 @@
 #include "files/FileSystem.h"
 
-#include "files/Format.h"
+#include "files/Platform.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
-static bool CanOpen(const std::string& name, const char* mode)
-{
-    if (IsDirectory(name)) return false;
-    std::FILE* pFile = std::fopen(name.c_str(), mode);
-    if (!pFile) return false;
-    std::fclose(pFile);
-    return true;
-}
-
 bool ReadWholeFile(const std::string& name, std::string& bytes)
 {
-    // Opening a directory succeeds on some systems, and only its first read fails.
-    if (IsDirectory(name)) return false;
-    std::FILE* pFile = std::fopen(name.c_str(), "rb");
-    if (!pFile) return false;
+    const int descriptor = OpenForReading(name.c_str());
+    if (descriptor < 0) return false;
 
     constexpr std::size_t chunkSize = 65536;
     std::string content;
     std::size_t length = 0;
-    for (;;) {
+    std::ptrdiff_t read = 0;
+    do {
+        length += static_cast<std::size_t>(read);
         content.resize(length + chunkSize);
-        const std::size_t read = std::fread(content.data() + length, 1, chunkSize, pFile);
-        length += read;
-        if (read < chunkSize) break;
-    }
+        read = ReadBytes(descriptor, content.data() + length, chunkSize);
+    } while (read > 0);
     content.resize(length);
-    const bool isComplete = std::ferror(pFile) == 0;
-    std::fclose(pFile);
-    if (isComplete) bytes = std::move(content);
-    return isComplete;
+    CloseDescriptor(descriptor);
+    if (read == 0) bytes = std::move(content);
+    return read == 0;
 }
 
 bool FileExists(const std::string& name)
@@ -65,38 +52,53 @@ bool IsSameFile(const std::string& a, const std::string& b)
     return std::filesystem::equivalent(a, b, error);
 }
 
+bool IsSamePlace(const std::string& a, const std::string& b)
+{
+    if (IsSameFile(a, b)) return true;
+    const std::filesystem::path placeA = FollowLinks(a);
+    const std::filesystem::path placeB = FollowLinks(b);
+    std::error_code error;
+    if (std::filesystem::exists(placeA, error) || std::filesystem::exists(placeB, error)) return false;
+    return placeA.filename() == placeB.filename() &&
+           (placeA == placeB || IsSameFile(GetFolder(placeA.string()), GetFolder(placeB.string())));
+}
+
 bool IsReadableFile(const std::string& name)
 {
-    return CanOpen(name, "rb");
+    return !IsDirectory(name) && IsAccessible(name.c_str(), false);
 }
 
 bool IsWritableFile(const std::string& name)
 {
-    return CanOpen(name, "r+b");
+    return !IsDirectory(name) && IsAccessible(name.c_str(), true);
+}
+
+std::string FollowLinks(const std::string& name)
+{
+    constexpr int mostLinks = 40;   // as many as the system itself follows
+    std::filesystem::path path = name;
+    for (int i = 0; i < mostLinks; ++i) {
+        std::error_code error;
+        if (!std::filesystem::is_symlink(path, error)) break;
+        const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+        if (error) break;
+        path = target.is_absolute() ? target : path.parent_path() / target;
+    }
+    return path.string();
+}
+
+std::string GetFolder(const std::string& name)
+{
+    const std::filesystem::path folder = std::filesystem::path(name).parent_path();
+    return folder.empty() ? "." : folder.string();
 }
 
 bool RemoveFile(const std::string& name)
 {
-    // An empty directory would go, too.
-    if (IsDirectory(name)) return false;
-    return std::remove(name.c_str()) == 0;
+    return FileExists(name) && !IsDirectory(name) && UnlinkFile(name.c_str());
 }
 
 bool ReplaceFile(const std::string& from, const std::string& to)
 {
-    std::error_code error;
-    std::filesystem::rename(from, to, error);
-    return !error;
-}
-
-std::string MakeTemporaryName(const std::string& name)
-{
-    // The last part of a path may have 255 bytes; a longer name than this is cut, to leave room for the ending.
-    constexpr std::size_t longest = 240;
-    const std::size_t start = name.rfind('/') + 1;   // 0 without a directory
-    const std::string begin = name.substr(0, start + longest);
-    for (int number = 1;; ++number) {
-        std::string candidate = begin + FormatText(".tmp%d", number);
-        if (!FileExists(candidate)) return candidate;
-    }
+    return RenameFile(from.c_str(), to.c_str());
 }

@@ -1,6 +1,8 @@
 #include "files/OutputTextFile.h"
 
-#include "files/FileSystem.h"
+#include "files/Platform.h"
+
+static constexpr std::size_t g_PieceSize = 65536;   // bytes gathered before they leave
 
 OutputTextFile::~OutputTextFile()
 {
@@ -11,27 +13,33 @@ bool OutputTextFile::Open(const std::string& name)
 {
     Close();
     m_Failed = false;
-    if (IsDirectory(name)) return false;
-    m_Handle = std::fopen(name.c_str(), "wb");
-    if (!m_Handle) return false;
+    m_Pending.clear();
+    m_Pending.reserve(g_PieceSize);
+    m_Descriptor = OpenForWriting(name.c_str(), /*isAppending=*/false);
+    return IsOpen();
+}
 
-    constexpr std::size_t bufferSize = 65536;
-    std::setvbuf(m_Handle, nullptr, _IOFBF, bufferSize);
-    return true;
+void OutputTextFile::WriteOut()
+{
+    m_Failed = m_Failed || !WriteBytes(m_Descriptor, m_Pending.data(), m_Pending.size());
+    m_Pending.clear();
 }
 
 void OutputTextFile::Write(std::string_view text)
 {
     // After the first failure there is nothing to be gained from more attempts.
-    if (!m_Handle || m_Failed) return;
-    m_Failed = std::fwrite(text.data(), 1, text.size(), m_Handle) != text.size();
+    if (!IsOpen() || m_Failed) return;
+    if (m_Pending.size() + text.size() > g_PieceSize) WriteOut();
+    if (text.size() <= g_PieceSize) m_Pending += text;
+    else m_Failed = m_Failed || !WriteBytes(m_Descriptor, text.data(), text.size());
 }
 
 bool OutputTextFile::Close()
 {
-    if (!m_Handle) return true;
-    // What the buffer still holds may fail only here.
-    const bool isClosed = std::fclose(m_Handle) == 0;
-    m_Handle = nullptr;
+    if (!IsOpen()) return true;
+    // What is still pending may fail only here, and what the system holds back only at the close.
+    WriteOut();
+    const bool isClosed = CloseDescriptor(m_Descriptor);
+    m_Descriptor = -1;
     return isClosed && !m_Failed;
 }

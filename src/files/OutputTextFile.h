@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -17,12 +16,15 @@ public:
 
     // Creates or truncates the file; false if that can't be done.
     bool Open(const std::string& name);
-    bool IsOpen() const { return m_Handle != nullptr; }
+    bool IsOpen() const { return m_Descriptor >= 0; }
     void Write(std::string_view text);
     // False if anything since Open could not be written. A second call does nothing and answers true.
     bool Close();
 
 private:
-    std::FILE* m_Handle = nullptr;
+    void WriteOut();
+
+    int m_Descriptor = -1;             // -1: closed
+    std::string m_Pending;             // written out when it is large enough
     bool m_Failed = false;
 };

@@ -5,6 +5,9 @@
 // To standard output, as it is.
 void Print(std::string_view text);
 
+// At the end of the run. False if anything that was printed could not be written.
+bool FinishPrinting();
+
 // One line to standard error, where failures of the machine go (a full disk, a directory that can't be
 // written). What was printed before is flushed first, so that the two come in their order.
 void PrintFailure(std::string_view text);

@@ -1,6 +1,6 @@
 #include "files/TextFile.h"
 
-#include "files/FileSystem.h"
+#include "files/Platform.h"
 
 #include <cstddef>
 
@@ -11,16 +11,12 @@ TextFile::~TextFile()
 
 int TextFile::Open(const std::string& name, int mode, int flags, int bufferSize)
 {
-    constexpr const char* modes[] = {nullptr, "rb", "wb", "ab"};
-
     Close();
     const int encoding = flags & EncodingMask;
     if (mode < ForReading || mode > ForAppending || encoding > Utf8) return g_FileError;
-    // Opening a directory for reading succeeds on some systems.
-    if (IsDirectory(name)) return g_FileError;
-    m_Handle = std::fopen(name.c_str(), modes[mode]);
-    if (!m_Handle) return g_FileError;
-    std::setvbuf(m_Handle, nullptr, _IONBF, 0);
+    m_Descriptor = mode == ForReading ? ::OpenForReading(name.c_str())
+                                      : ::OpenForWriting(name.c_str(), mode == ForAppending);
+    if (m_Descriptor < 0) return g_FileError;
 
     m_FileName = name;
     m_Mode = mode;
@@ -42,43 +38,46 @@ static std::string_view GetBom(int encoding)
     }
 }
 
-// Leaves the position behind the mark, or at the start if the file begins with anything else.
-bool TextFile::SkipBom(std::string_view mark)
+static int DetectEncoding(std::string_view begin)
 {
-    for (const char expected : mark) {
-        if (std::fgetc(m_Handle) == static_cast<unsigned char>(expected)) continue;
-        std::rewind(m_Handle);
-        return false;
-    }
-    return true;
+    if (begin.empty()) return TextFile::Detect;   // there is nothing to choose a reader for
+    for (const int encoding : {TextFile::Utf16LowFirst, TextFile::Utf16HighFirst, TextFile::Utf8})
+        if (begin.starts_with(GetBom(encoding))) return encoding;
+    return TextFile::Ansi;
 }
 
-int TextFile::DetectEncoding()
+// No mark is no error: the encoding stands.
+void TextFile::DropBom(std::string& begin) const
 {
-    const int first = std::fgetc(m_Handle);
-    if (first == EOF) return Detect;   // empty: there is nothing to choose a reader for
-    std::rewind(m_Handle);
-    for (const int encoding : {Utf16LowFirst, Utf16HighFirst, Utf8})
-        if (SkipBom(GetBom(encoding))) return encoding;
-    return Ansi;
+    const std::string_view mark = GetBom(m_Encoding);
+    if (begin.starts_with(mark)) begin.erase(0, mark.size());
 }
 
+// Looks at no more than a mark has, and hands on what is none: a pipe can't be read twice.
 int TextFile::OpenForReading()
 {
-    if (m_Encoding == Detect) m_Encoding = DetectEncoding();
-    else if (!(m_Flags & IgnoreBom)) SkipBom(GetBom(m_Encoding));   // no mark is no error: the encoding stands
-    if (std::ferror(m_Handle)) return g_FileError;
+    std::string begin(g_BomUtf8.size(), '\0');
+    std::size_t length = 0;
+    std::ptrdiff_t read = 0;
+    do {
+        length += static_cast<std::size_t>(read);
+        read = ReadBytes(m_Descriptor, begin.data() + length, begin.size() - length);
+    } while (read > 0);
+    if (read < 0) return g_FileError;
+    begin.resize(length);
+
+    const bool isDetected = m_Encoding == Detect;
+    if (isDetected) m_Encoding = DetectEncoding(begin);
+    if (isDetected || !(m_Flags & IgnoreBom)) DropBom(begin);
     m_Reader = MakeReader();
+    m_Reader->PutBack(begin);
     return 0;
 }
 
 int TextFile::OpenForWriting()
 {
     m_BomPending = !(m_Flags & NoBom);
-    if (m_Mode == ForAppending) {
-        if (std::fseek(m_Handle, 0, SEEK_END) != 0) return g_FileError;
-        if (std::ftell(m_Handle) != 0) m_BomPending = false;
-    }
+    if (m_Mode == ForAppending && !IsEmptyFile(m_Descriptor)) m_BomPending = false;
     m_Writer = MakeWriter();
     return 0;
 }
@@ -93,11 +92,11 @@ std::unique_ptr<TextFileReader> TextFile::MakeReader() const
 {
     const int size = GetBufferSize();
     switch (m_Encoding) {
-    case Ansi: return std::make_unique<ANSI_TextFileReader>(m_Handle, size, m_DefaultChar);
-    case Utf16LowFirst: return std::make_unique<UTF16LE_TextFileReader>(m_Handle, size, m_DefaultChar);
-    case Utf16HighFirst: return std::make_unique<UTF16BE_TextFileReader>(m_Handle, size, m_DefaultChar);
-    case Utf8: return std::make_unique<UTF8_TextFileReader>(m_Handle, size, m_DefaultChar);
-    default: return std::make_unique<TextFileReader>(m_Handle, size, m_DefaultChar);
+    case Ansi: return std::make_unique<ANSI_TextFileReader>(m_Descriptor, size, m_DefaultChar);
+    case Utf16LowFirst: return std::make_unique<UTF16LE_TextFileReader>(m_Descriptor, size, m_DefaultChar);
+    case Utf16HighFirst: return std::make_unique<UTF16BE_TextFileReader>(m_Descriptor, size, m_DefaultChar);
+    case Utf8: return std::make_unique<UTF8_TextFileReader>(m_Descriptor, size, m_DefaultChar);
+    default: return std::make_unique<TextFileReader>(m_Descriptor, size, m_DefaultChar);
     }
 }
 
@@ -105,10 +104,10 @@ std::unique_ptr<TextFileWriter> TextFile::MakeWriter() const
 {
     const int size = GetBufferSize();
     switch (m_Encoding) {
-    case Utf16LowFirst: return std::make_unique<UTF16LE_TextFileWriter>(m_Handle, size);
-    case Utf16HighFirst: return std::make_unique<UTF16BE_TextFileWriter>(m_Handle, size);
-    case Utf8: return std::make_unique<UTF8_TextFileWriter>(m_Handle, size);
-    default: return std::make_unique<ANSI_TextFileWriter>(m_Handle, size);
+    case Utf16LowFirst: return std::make_unique<UTF16LE_TextFileWriter>(m_Descriptor, size);
+    case Utf16HighFirst: return std::make_unique<UTF16BE_TextFileWriter>(m_Descriptor, size);
+    case Utf8: return std::make_unique<UTF8_TextFileWriter>(m_Descriptor, size);
+    default: return std::make_unique<ANSI_TextFileWriter>(m_Descriptor, size);
     }
 }
 
@@ -118,8 +117,8 @@ int TextFile::Close()
     int result = m_Writer ? m_Writer->Flush() : 0;
     m_Reader.reset();
     m_Writer.reset();
-    if (std::fclose(m_Handle) != 0) result = g_FileError;
-    m_Handle = nullptr;
+    if (!CloseDescriptor(m_Descriptor)) result = g_FileError;
+    m_Descriptor = -1;
     m_FileName.clear();
     m_Mode = Closed;
     m_BomPending = false;

@@ -3,7 +3,6 @@
 #include "files/TextFileReader.h"
 #include "files/TextFileWriter.h"
 
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -58,14 +57,13 @@ public:
 private:
     int OpenForReading();
     int OpenForWriting();
-    bool SkipBom(std::string_view mark);
-    int DetectEncoding();
+    void DropBom(std::string& begin) const;
     std::unique_ptr<TextFileReader> MakeReader() const;
     std::unique_ptr<TextFileWriter> MakeWriter() const;
     int GetBufferSize() const;
     int WriteTranslated(std::string_view text);
 
-    std::FILE* m_Handle = nullptr;               // null while closed; unbuffered, as reader and writer have buffers
+    int m_Descriptor = -1;                       // -1 while closed; reader and writer have the buffers
     std::unique_ptr<TextFileReader> m_Reader;    // set in the read mode
     std::unique_ptr<TextFileWriter> m_Writer;    // set in the write modes
     bool m_BomPending = false;                   // the byte order mark is yet to be written

@@ -1,13 +1,21 @@
 #include "files/TextFileReader.h"
 
 #include "files/CodePage.h"
+#include "files/Platform.h"
 
 #include <algorithm>
 #include <cstdint>
 
-TextFileReader::TextFileReader(std::FILE* pHandle, int bufferSize, const std::string& defaultChar)
-    : m_DefaultChar(defaultChar), m_Handle(pHandle), m_BufferSize(static_cast<std::size_t>(std::max(bufferSize, 1)))
+TextFileReader::TextFileReader(int descriptor, int bufferSize, const std::string& defaultChar)
+    : m_DefaultChar(defaultChar), m_Descriptor(descriptor), m_BufferSize(static_cast<std::size_t>(std::max(bufferSize, 1)))
 {
+}
+
+void TextFileReader::PutBack(std::string_view bytes)
+{
+    m_Buffer = bytes;
+    m_Position = 0;
+    m_Valid = bytes.size();
 }
 
 int TextFileReader::ReadChar(int)
@@ -29,12 +37,12 @@ int TextFileReader::FillBuffer()
 {
     if (m_EndReached) return g_EndOfFile;
     m_Buffer.resize(m_BufferSize);
-    const std::size_t read = std::fread(m_Buffer.data(), 1, m_BufferSize, m_Handle);
-    if (read == 0 && std::ferror(m_Handle)) return g_FileError;
+    const std::ptrdiff_t read = ReadBytes(m_Descriptor, m_Buffer.data(), m_BufferSize);
+    if (read < 0) return g_FileError;
     m_EndReached = read == 0;
     if (m_EndReached) return g_EndOfFile;
     m_Position = 0;
-    m_Valid = read;
+    m_Valid = static_cast<std::size_t>(read);
     return 0;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -13,12 +12,15 @@ inline constexpr int g_FileError = -2;
 class TextFileReader
 {
 public:
-    // Handle and default character belong to the TextFile and outlive the reader. A buffer size below 1
+    // Descriptor and default character belong to the TextFile and outlive the reader. A buffer size below 1
     // means that nothing is read ahead.
-    TextFileReader(std::FILE* pHandle, int bufferSize, const std::string& defaultChar);
+    TextFileReader(int descriptor, int bufferSize, const std::string& defaultChar);
     virtual ~TextFileReader() = default;
     TextFileReader(const TextFileReader&) = delete;
     TextFileReader& operator=(const TextFileReader&) = delete;
+
+    // Bytes that have been taken from the file already and come first. To be called before anything is read.
+    void PutBack(std::string_view bytes);
 
     // The next byte or 16-bit unit that isn't `skip`, unconverted; or end of file, or file error.
     virtual int ReadChar(int skip);
@@ -48,7 +50,7 @@ private:
     std::size_t m_Position = 0;                      // in the buffer
     std::size_t m_Valid = 0;                         // bytes in the buffer
     std::string m_Buffer;
-    std::FILE* m_Handle;
+    int m_Descriptor;                                // of the TextFile
     std::size_t m_BufferSize;
     bool m_EndReached = false;
 };

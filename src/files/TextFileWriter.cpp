@@ -1,19 +1,20 @@
 #include "files/TextFileWriter.h"
 
 #include "files/CodePage.h"
+#include "files/Platform.h"
 #include "files/TextFileReader.h"
 
 #include <algorithm>
 #include <cstdint>
 
-TextFileWriter::TextFileWriter(std::FILE* pHandle, int bufferSize)
-    : m_Handle(pHandle), m_BufferSize(static_cast<std::size_t>(std::max(bufferSize, 0)))
+TextFileWriter::TextFileWriter(int descriptor, int bufferSize)
+    : m_Descriptor(descriptor), m_BufferSize(static_cast<std::size_t>(std::max(bufferSize, 0)))
 {
 }
 
 int TextFileWriter::PutDirectly(std::string_view bytes)
 {
-    return std::fwrite(bytes.data(), 1, bytes.size(), m_Handle) == bytes.size() ? 0 : g_FileError;
+    return WriteBytes(m_Descriptor, bytes.data(), bytes.size()) ? 0 : g_FileError;
 }
 
 int TextFileWriter::Flush()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -16,7 +15,7 @@ class TextFileWriter
 {
 public:
     // A buffer size below 1 means that everything is written at once.
-    TextFileWriter(std::FILE* pHandle, int bufferSize);
+    TextFileWriter(int descriptor, int bufferSize);
     virtual ~TextFileWriter() = default;
     TextFileWriter(const TextFileWriter&) = delete;
     TextFileWriter& operator=(const TextFileWriter&) = delete;
@@ -32,7 +31,7 @@ protected:
 private:
     int PutDirectly(std::string_view bytes);
 
-    std::FILE* m_Handle;                 // of the TextFile
+    int m_Descriptor;                    // of the TextFile
     std::size_t m_BufferSize;
     std::string m_Pending;
 };

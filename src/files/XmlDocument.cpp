@@ -1,12 +1,10 @@
 #include "files/XmlDocument.h"
 
+#include "files/FileReplacement.h"
 #include "files/FileSystem.h"
 #include "files/TextFile.h"
 #include "files/XmlParser.h"
 #include "files/XmlWriter.h"
-
-#include <filesystem>
-#include <system_error>
 
 namespace
 {
@@ -18,8 +16,13 @@ constexpr int g_XmlError = static_cast<int>(0x80004005);   // the one failure th
 int CXmlDocument::Load(const std::string& fileName)
 {
     TextFile file;
-    std::string text;
     if (file.Open(fileName, TextFile::ForReading, m_Encoding) != 0) return g_XmlError;
+    return Load(file);
+}
+
+int CXmlDocument::Load(TextFile& file)
+{
+    std::string text;
     if (file.ReadAll(text) == g_FileError) return g_XmlError;
     return LoadFromString(text);
 }
@@ -80,51 +83,16 @@ static bool WriteInPlace(CXmlDocument& document, const std::string& fileName, Xm
     return false;
 }
 
-// The file that a link leads to, so that the link stays one.
-static std::string FollowLinks(const std::string& fileName)
+// All or nothing, but for a device or a pipe.
+static bool SaveDocument(CXmlDocument& document, const std::string& fileName, XmlWriter::Form form)
 {
-    std::error_code error;
-    if (!std::filesystem::is_symlink(fileName, error)) return fileName;
-    const std::filesystem::path target = std::filesystem::canonical(fileName, error);
-    return error ? fileName : target.string();
-}
-
-static bool IsRegularFile(const std::string& fileName)
-{
-    std::error_code error;
-    return std::filesystem::is_regular_file(fileName, error);
-}
-
-static void CopyPermissions(const std::string& from, const std::string& to)
-{
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(from, error);
-    if (!error && std::filesystem::exists(status)) std::filesystem::permissions(to, status.permissions(), error);
-}
-
-// All or nothing: the text goes to a new file beside the target, which takes the target's place when it
-// is complete.
-static bool SaveDocument(CXmlDocument& document, const std::string& givenName, XmlWriter::Form form)
-{
-    const std::string fileName = FollowLinks(givenName);
-    const bool isThere = FileExists(fileName);
-    if (isThere && !IsWritableFile(fileName)) return false;
-    if (isThere && !IsRegularFile(fileName)) return WriteDocument(document, fileName, form);   // a device or pipe
-
-    const std::string temporaryName = MakeTemporaryName(fileName);
-    TextFile probe;
-    if (probe.Open(temporaryName, TextFile::ForWriting, TextFile::Ansi) != 0)
-        return isThere && WriteInPlace(document, fileName, form);
-    probe.Close();
-
-    if (!WriteDocument(document, temporaryName, form)) {
-        RemoveFile(temporaryName);
-        return false;
+    FileReplacement replacement;
+    if (replacement.Prepare(fileName)) {
+        if (!WriteDocument(document, replacement.GetWorkName(), form)) return false;
+        if (replacement.TakePlace()) return true;
     }
-    CopyPermissions(fileName, temporaryName);
-    if (ReplaceFile(temporaryName, fileName)) return true;
-    RemoveFile(temporaryName);
-    return isThere && WriteInPlace(document, fileName, form);   // a file of somebody else's that we may write to
+    // A file that we may write to in a directory that takes no new one, or of somebody else.
+    return IsWritableFile(fileName) && WriteInPlace(document, fileName, form);
 }
 
 int CXmlDocument::Save(const std::string& fileName)
@@ -135,4 +103,9 @@ int CXmlDocument::Save(const std::string& fileName)
 int CXmlDocument::SaveCompact(const std::string& fileName)
 {
     return SaveDocument(*this, fileName, XmlWriter::Form::Compact) ? 0 : g_XmlError;
+}
+
+int CXmlDocument::SaveAsIs(const std::string& fileName)
+{
+    return WriteDocument(*this, fileName, XmlWriter::Form::Formatted) ? 0 : g_XmlError;
 }

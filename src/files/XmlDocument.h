@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+class TextFile;
+
 // A document in memory, read from and written to a file: the target description, the debug file.
 // The text in the nodes is single-byte text in the ANSI code page.
 class CXmlDocument
@@ -15,10 +17,12 @@ public:
     // 0, or a negative error if the file can't be opened, is empty or can't be parsed. What was read
     // before a parse failure stays in the tree, what was there before the call doesn't.
     int Load(const std::string& fileName);
+    int Load(TextFile& file);                        // open for reading; read to its end
     int LoadFromString(std::string_view text);       // of bytes in the code page in memory
     // 0 or a negative error. The earlier file is replaced only when the new text was written whole.
     int Save(const std::string& fileName);           // with line ends and tabs
     int SaveCompact(const std::string& fileName);    // without them
+    int SaveAsIs(const std::string& fileName);       // as Save, into the file itself: it may be left incomplete
     void GetXml(std::string& text);                  // the compact form
     void GetFormattedXml(std::string& text);         // the other one
     void Clear();

@@ -1,7 +1,7 @@
 #include "frontend/SourceWindow.h"
 
 #include "files/Fatal.h"
-#include "files/FileSystem.h"
+#include "files/Platform.h"
 
 #include <algorithm>
 #include <cstring>
@@ -15,10 +15,8 @@ static constexpr int g_ReadFailedStatus = 2;
 bool CSourceWindow::Open(const std::string& name, std::string* pCopy)
 {
     Close();
-    if (IsDirectory(name)) return false;   // some systems open it, and fail only when it is read
-    m_File = std::fopen(name.c_str(), "rb");
-    if (!m_File) return false;
-    std::setvbuf(m_File, nullptr, _IONBF, 0);   // the window is the buffer
+    m_Descriptor = OpenForReading(name.c_str());
+    if (m_Descriptor < 0) return false;
     m_pCopy = pCopy;
     return true;
 }
@@ -31,10 +29,15 @@ void CSourceWindow::SetText(std::string text)
     m_End = m_Begin + m_Text.size();
 }
 
+void CSourceWindow::CloseFile()
+{
+    if (m_Descriptor >= 0) CloseDescriptor(m_Descriptor);
+    m_Descriptor = -1;
+}
+
 void CSourceWindow::Close()
 {
-    if (m_File) std::fclose(m_File);
-    m_File = nullptr;
+    CloseFile();
     m_IsReturnPending = false;
     m_pCopy = nullptr;
     m_Text = std::string();
@@ -54,8 +57,9 @@ static std::size_t JoinLineEnds(char* pBytes, std::size_t count)
 // Bytes of the file, for which there is room; 0 at its end.
 std::size_t CSourceWindow::Read(char* pBytes, std::size_t room)
 {
-    const std::size_t count = std::fread(pBytes, 1, room, m_File);
-    if (count < room && std::ferror(m_File)) EndProgram(g_ReadFailedStatus, g_ReadFailed);
+    const std::ptrdiff_t result = ReadBytes(m_Descriptor, pBytes, room);
+    if (result < 0) EndProgram(g_ReadFailedStatus, g_ReadFailed);
+    const std::size_t count = static_cast<std::size_t>(result);
     if (m_pCopy) {
         const char* pZero = static_cast<const char*>(std::memchr(pBytes, '\0', count));
         m_pCopy->append(pBytes, pZero ? static_cast<std::size_t>(pZero - pBytes) : count);
@@ -71,17 +75,14 @@ void CSourceWindow::Fill(std::ptrdiff_t enough)
     std::size_t size = static_cast<std::size_t>(m_End - m_Begin);
     if (m_Window.empty()) m_Window.resize(wanted + g_WindowSize + zeroByte);
     std::memmove(m_Window.data(), m_Begin, size);
-    while (size < wanted && m_File) {
+    while (size < wanted && !IsAtEnd()) {
         // A CR that was read last is looked at together with what follows it.
         if (m_IsReturnPending) m_Window[size] = '\r';
         const std::size_t pending = m_IsReturnPending ? 1 : 0;
         const std::size_t read = Read(&m_Window[size + pending], m_Window.size() - zeroByte - size - pending);
         std::size_t count = JoinLineEnds(&m_Window[size], read + pending);
-        if (read == 0) {
-            std::fclose(m_File);
-            m_File = nullptr;
-        }
-        m_IsReturnPending = m_File && count > 0 && m_Window[size + count - 1] == '\r';
+        if (read == 0) CloseFile();
+        m_IsReturnPending = !IsAtEnd() && count > 0 && m_Window[size + count - 1] == '\r';
         if (m_IsReturnPending) --count;
         size += count;
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -27,7 +26,7 @@ public:
     // What lies ahead begins here: at least `enough` bytes, or all that is left of the source.
     const char* Begin(std::ptrdiff_t enough)
     {
-        if (m_End - m_Begin < enough && m_File) Fill(enough);
+        if (m_End - m_Begin < enough && !IsAtEnd()) Fill(enough);
         return m_Begin;
     }
     const char* End() const { return m_End; }
@@ -37,7 +36,10 @@ private:
     void Fill(std::ptrdiff_t enough);
     std::size_t Read(char* pBytes, std::size_t room);
 
-    std::FILE* m_File = nullptr;                 // null behind the end of the file
+    bool IsAtEnd() const { return m_Descriptor < 0; }
+    void CloseFile();
+
+    int m_Descriptor = -1;                       // -1 behind the end of the file
     bool m_IsReturnPending = false;              // the last byte read was a CR, which the next one decides on
     std::string* m_pCopy = nullptr;              // not owned
     std::string m_Text;                          // of SetText

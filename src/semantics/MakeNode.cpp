@@ -3,6 +3,7 @@
 
 #include "semantics/Norvane.h"
 
+#include "files/FileReplacement.h"
 #include "files/OutputTextFile.h"
 #include "files/Print.h"
 #include "frontend/Scanner.h"
@@ -126,11 +127,12 @@ void CNorvane::FinishSourceFile(CNode* pRoot)
 {
     if (!m_DumpTree || !pRoot || !g_CurrentFileName) return;
     const std::string name = std::string(g_CurrentFileName) + ".xml";
+    FileReplacement replacement;
     OutputTextFile file;
-    bool written = file.Open(name);
+    bool written = replacement.Prepare(name) && file.Open(replacement.GetWorkName());
     if (written) {
         pRoot->WriteXml(file);
-        written = file.Close();
+        written = file.Close() && replacement.TakePlace();
     }
     if (written) return;
 

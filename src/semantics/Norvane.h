@@ -60,12 +60,14 @@ public:
     std::int32_t m_CompileStamp = static_cast<std::int32_t>(0x80000000u);
     std::vector<std::string> m_SourceFiles;          // files opened for parsing, in order
     std::string m_LibraryFile;                       // of -l; empty: no library is stored
+    std::string m_LibraryTemporary;                  // file of the extracted library; empty: none, or not made
     std::int32_t m_ParameterStackSize = -1;          // bytes; -1: not given
     std::int32_t m_ReturnStackSize = -1;             // bytes; -1: not given
     bool m_ConstantSubstitution = true;              // -cso0 clears it
     bool m_FbOptimisation = true;                    // -fbo0 clears it
     bool m_BooleanShortcut = true;                   // -bs0 clears it
     bool m_DumpTree = false;                         // -x
+    bool m_IsReproducible = false;                   // no process number in what is written
     bool m_DumpFailed = false;                       // a tree could not be written: the run fails in the end
 
     // ---- The tables. The order matters: who is given another one at construction stands behind it.
@@ -179,12 +181,14 @@ public:
     int EvalConstIndex(const CNode* pNode, std::int32_t& value);                // 1, or -1 after a diagnostic
 
     // ---- The driver's part (driver/).
-    std::string ExtractFirmwareLibrary();            // name of the temporary source; empty if there is none
+    // The name of the temporary source; empty if the target has none. Its file is m_LibraryTemporary.
+    std::string ExtractFirmwareLibrary();
+    std::string GetFirmwareLibraryName() const;
     // Writes the sources into the file of -l. False if that file can't be written; what is wrong with its
     // contents is reported as an error.
     bool StoreLibrary(std::string_view sources);
-    // Copies the temporary text to the final file, unused functions and function blocks as comments, and
-    // deletes the temporary one. False, with no final file made, if it could not be written.
+    // Copies the temporary text to another file, unused functions and function blocks as comments. False if that
+    // could not be written as a whole. When it takes its place is not decided here.
     bool MergeOutput(const std::string& temporaryName, const std::string& outputName);
 
 private:

@@ -57,3 +57,22 @@ TEST(CompileStamp, IsTheTopBitForWhatCannotBeRead)
     EXPECT_EQ(ComputeCompileStamp("."), g_TopBit);
     EXPECT_EQ(ComputeCompileStamp(""), g_TopBit);
 }
+
+// 1704067200 is 2024-01-01 00:00:00 in UTC, whatever the time zone here.
+TEST(CompileStamp, OfAMomentIsInUtc)
+{
+    EXPECT_EQ(ComputeCompileStamp(std::int64_t{1704067200}), g_TopBit + 276 * 4194304 + 1 * 131072);
+    EXPECT_EQ(ComputeCompileStamp(std::int64_t{1704067200 + 86399}), g_TopBit + 276 * 4194304 + 1 * 131072 + 86399);
+}
+
+TEST(CompileStamp, TakesANumberAndNothingElseForAMoment)
+{
+    std::int64_t seconds = 0;
+    EXPECT_TRUE(ReadSourceDate("1704067200", seconds));
+    EXPECT_EQ(seconds, 1704067200);
+    EXPECT_TRUE(ReadSourceDate("253402300799", seconds));
+    EXPECT_TRUE(ReadSourceDate("-1", seconds));
+    for (const char* text : {"", " 1", "1 ", "+1", "1.0", "0x10", "now", "253402300800", "-62167219201",
+                             "99999999999999999999"})
+        EXPECT_FALSE(ReadSourceDate(text, seconds)) << text;
+}

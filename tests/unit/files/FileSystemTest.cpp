@@ -82,23 +82,28 @@ TEST(FileSystem, TellsWhetherTwoNamesMeanOneFile)
     EXPECT_FALSE(IsSameFile(directory.Name("none"), directory.Name("none")));
 }
 
-TEST(FileSystem, TemporaryNamesOfLongNamesCanBeMade)
+TEST(FileSystem, TwoNamesMayMeanOnePlaceBeforeThereIsAFile)
 {
     const TemporaryDirectory directory;
-    const std::string name = MakeTemporaryName(directory.Name(std::string(255, 'n')));
-    std::ofstream(name) << "made";
-    EXPECT_TRUE(FileExists(name));
-    EXPECT_EQ(directory.CountEntries(), 1);
+    std::filesystem::create_symlink("none", directory.Name("link"));
+    EXPECT_TRUE(IsSamePlace(directory.Name("none"), directory.Path() + "/./none"));
+    EXPECT_TRUE(IsSamePlace(directory.Name("none"), directory.Name("link")));
+    EXPECT_FALSE(IsSamePlace(directory.Name("none"), directory.Name("other")));
+    directory.Make("a", "x");
+    EXPECT_TRUE(IsSamePlace(directory.Name("a"), directory.Path() + "/./a"));
+    EXPECT_FALSE(IsSamePlace(directory.Name("a"), directory.Name("none")));
 }
 
-TEST(FileSystem, TemporaryNamesAreFreeOnes)
+TEST(FileSystem, LinksAreFollowedToTheEndOfTheWay)
 {
     const TemporaryDirectory directory;
-    const std::string first = MakeTemporaryName(directory.Name("a"));
-    EXPECT_FALSE(FileExists(first));
-    EXPECT_EQ(first.substr(0, directory.Name("a").size()), directory.Name("a"));
-    std::ofstream(first) << "taken";
-    const std::string second = MakeTemporaryName(directory.Name("a"));
-    EXPECT_NE(second, first);
-    EXPECT_FALSE(FileExists(second));
+    std::filesystem::create_symlink("second", directory.Name("first"));
+    std::filesystem::create_symlink("none", directory.Name("second"));
+    std::filesystem::create_symlink("round", directory.Name("round"));
+    EXPECT_EQ(FollowLinks(directory.Name("first")), directory.Name("none"));
+    EXPECT_EQ(FollowLinks(directory.Name("none")), directory.Name("none"));
+    EXPECT_EQ(FollowLinks("a"), "a");
+    EXPECT_EQ(FollowLinks(directory.Name("round")), directory.Name("round"));
+    EXPECT_EQ(GetFolder("a"), ".");
+    EXPECT_EQ(GetFolder("b/a"), "b");
 }

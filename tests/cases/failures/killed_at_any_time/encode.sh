@@ -1,0 +1,1 @@
+../../library/encode.sh

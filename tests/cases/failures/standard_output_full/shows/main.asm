@@ -1,0 +1,1 @@
+DBI FILENAME main.st
