@@ -49,7 +49,7 @@ void CCodeGeneration::WriteHeader(std::string_view name, std::string_view fileTi
     if (separator != std::string_view::npos && separator > 0) name.remove_prefix(separator + 1);
 
     WriteText("\n");
-    WriteLine("DBI FILENAME " + std::string(name));
+    WriteLine("DBI FILENAME " + ShowControlCharacters(name));
     WriteLine("DBI FILETIME " + std::string(fileTime));
     WriteLine("DBI FILEVERSION " + std::string(fileVersion));
     WriteLine("DBI COMPILERBUILDNUMBER " + std::string(buildNumber));

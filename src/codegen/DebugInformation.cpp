@@ -145,9 +145,9 @@ const CType* CCodeGeneration::GetDebugType(const CType* pType) const
 CXmlNode* CCodeGeneration::WriteDebugInfo(CXmlNode& root) const
 {
     CXmlNode* pInfo = root.AddChild("INFO");
-    for (const std::string& name : m_Norvane.m_SourceFiles) pInfo->AddChild("SOURCEFILE", name);
+    for (const std::string& name : m_Norvane.m_SourceFiles) pInfo->AddChild("SOURCEFILE", ShowControlCharacters(name));
     CXmlNode* pProgram = pInfo->AddChild("PROGRAM");
-    pProgram->SetAttribute("name", m_Norvane.m_ProgramName);
+    pProgram->SetAttribute("name", ShowControlCharacters(m_Norvane.m_ProgramName));
     pProgram->SetAttribute("version", m_Norvane.m_ProgramVersion);
     pProgram->SetAttribute("filetime", m_Norvane.m_CompileStamp);
     return pInfo->AddChild("SIGN");
@@ -158,7 +158,7 @@ static void AddPouElement(CXmlNode* pList, CPou* pPou)
 {
     const CProgram* pProgram = pPou->AsProgram();
     CXmlNode* pElement = pList->AddChild("POU");
-    pElement->SetAttribute("name", pPou->m_Name);
+    pElement->SetAttribute("name", ShowControlCharacters(pPou->m_Name));
     pElement->SetAttribute("type", pProgram ? "PROGRAM" : pPou->IsFunctionBlock() ? "FUNCTION_BLOCK" : "FUNCTION");
     if (pProgram) pElement->SetAttribute("id", pProgram->m_Id);
     pElement->SetAttribute("localsize", pPou->m_LocalSize);

@@ -43,8 +43,8 @@ void CCodeGeneration::WritePouHeader(const CPou* pPou)
 {
     static constexpr std::string_view rule =
         "; ----------------------------------------------------------------------";
-    const std::string name = GetFunctionLabel(pPou);
-    const char* file = pPou->m_Location.szFile ? pPou->m_Location.szFile : "";
+    const std::string name = ShowControlCharacters(GetFunctionLabel(pPou));   // the target may name a program
+    const std::string file = ShowControlCharacters(pPou->m_Location.szFile ? pPou->m_Location.szFile : "");
 
     WriteLine("\n");
     WriteLine(rule);

@@ -48,7 +48,7 @@ std::int64_t CCodeGeneration::GetCallSize(const CPou* pPou) const
 static CXmlNode* AddTreeElement(CXmlNode* pParent, const CPou* pPou, std::int64_t depth)
 {
     CXmlNode* pElement = pParent->AddChild("POU");
-    pElement->SetAttribute("name", pPou->m_Name);
+    pElement->SetAttribute("name", ShowControlCharacters(pPou->m_Name));
     pElement->SetAttribute("local", pPou->m_LocalSize);
     pElement->SetAttribute("returnstackdepth", depth);
     return pElement;

@@ -44,6 +44,23 @@ std::string FormatReal(double value)
     return std::isnan(value) ? "nan" : FormatText("%f", value);
 }
 
+static bool IsControlCharacter(char c)
+{
+    const unsigned char byte = static_cast<unsigned char>(c);
+    return byte < 0x20 || byte == 0x7F;
+}
+
+std::string ShowControlCharacters(std::string_view text)
+{
+    std::string shown;
+    shown.reserve(text.size());
+    for (const char c : text) {
+        if (IsControlCharacter(c)) AppendFormat(shown, "\\x%02X", static_cast<unsigned>(c));
+        else shown += c;
+    }
+    return shown;
+}
+
 static char LowerCaseOf(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;

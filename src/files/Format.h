@@ -13,6 +13,9 @@
 // "%f". What is no number is "nan" without a sign: whether it has one depends on the machine.
 std::string FormatReal(double value);
 
+// For a place that must stay one line: "a\nb" as "a\x0Ab". Everything but control characters is as it was.
+std::string ShowControlCharacters(std::string_view text);
+
 // ASCII letters only, whatever the locale: names are the same on every machine.
 std::string ToLowerCase(std::string_view text);
 std::string ToUpperCase(std::string_view text);
