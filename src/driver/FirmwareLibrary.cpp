@@ -51,10 +51,11 @@ std::string CNorvane::ExtractFirmwareLibrary()
     const std::string name = GetFirmwareLibraryName();
     // A file that can't be made, or not as a whole, is found missing when it is to be compiled.
     m_LibraryTemporary = MakeLibraryFile(name, m_IsReproducible);
+    if (m_LibraryTemporary.empty()) return name;
     OutputTextFile file;
-    if (m_LibraryTemporary.empty() || !file.Open(m_LibraryTemporary)) return name;
+    const bool isOpen = file.Open(m_LibraryTemporary);
     file.Write(source);
-    if (file.Close()) return name;
+    if (isOpen && file.Close()) return name;
     RemoveTemporaryFile(m_LibraryTemporary);
     m_LibraryTemporary.clear();
     return name;
