@@ -77,7 +77,8 @@ int CCompileDriver::Run(const std::vector<std::string>& arguments)
     if (m_Norvane.m_DumpFailed) m_ExitStatus = 1;
     RemoveTemporaryFiles();
     FreeScannerBuffer();
-    Print(m_Summary.empty() ? FormatSummary() : m_Summary);
+    if (m_Summary.empty()) m_Summary = FormatSummary();
+    Print(m_Summary);
     return m_ExitStatus;
 }
 

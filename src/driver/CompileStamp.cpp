@@ -1,9 +1,9 @@
 #include "driver/CompileStamp.h"
 
-#include "files/FileSystem.h"
+#include "files/Platform.h"
 
 #include <charconv>
-#include <sys/stat.h>
+#include <optional>
 
 static constexpr std::uint32_t g_StampMark = 0x80000000u;
 
@@ -24,18 +24,16 @@ std::int32_t PackCompileStamp(const std::tm* pTime)
 
 std::int32_t ComputeCompileStamp(const std::string& fileName)
 {
-    struct stat status;
-    if (!IsReadableFile(fileName) || stat(fileName.c_str(), &status) != 0)
-        return static_cast<std::int32_t>(g_StampMark);
+    const std::optional<std::int64_t> seconds = GetChangeTime(fileName.c_str());
+    if (!seconds) return static_cast<std::int32_t>(g_StampMark);
     std::tm time;
-    return PackCompileStamp(localtime_r(&status.st_mtime, &time));
+    return PackCompileStamp(ToLocalTime(*seconds, time) ? &time : nullptr);
 }
 
 std::int32_t ComputeCompileStamp(std::int64_t seconds)
 {
-    const std::time_t moment = static_cast<std::time_t>(seconds);
     std::tm time;
-    return PackCompileStamp(gmtime_r(&moment, &time));
+    return PackCompileStamp(ToUtc(seconds, time) ? &time : nullptr);
 }
 
 bool ReadSourceDate(std::string_view text, std::int64_t& seconds)

@@ -1,4 +1,5 @@
 #include "driver/CompileDriver.h"
+#include "files/OutOfMemory.h"
 #include "files/Platform.h"
 #include "files/Print.h"
 #include "files/TemporaryFiles.h"
@@ -7,6 +8,12 @@
 #include <cstdlib>
 #include <string>
 #include <vector>
+
+// The tables of g_Norvane are made before main, and this before them.
+[[gnu::constructor(101)]] static void PrepareProcess()
+{
+    AnswerLackOfMemory();
+}
 
 int main(int argc, char** argv)
 {
@@ -17,6 +24,7 @@ int main(int argc, char** argv)
     std::vector<std::string> arguments;
     for (int i = 1; i < argc; ++i) arguments.emplace_back(argv[i]);
     const int exitStatus = CCompileDriver(g_Norvane).Run(arguments);
+    RemoveTemporaryFiles();   // also those of a run that stopped early
     const bool isPrinted = FinishPrinting();
     // Taking the tables apart entry by entry would cost a tenth of the run for nothing.
     std::_Exit(exitStatus == 0 && !isPrinted ? 1 : exitStatus);

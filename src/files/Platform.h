@@ -3,6 +3,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <optional>
 
 // All that the system asks of the operating system about open files, names and signals; one source file for each
@@ -41,6 +42,14 @@ struct FileIdentity
 };
 std::optional<FileIdentity> GetFileIdentity(const char* name);
 unsigned GetFileMode(const char* name);                      // permission bits; those of a new file if there is none
+
+// ---- Time
+
+// Of the last change, in seconds since the start of 1970; none for what can't be read.
+std::optional<std::int64_t> GetChangeTime(const char* name);
+// False where it can't be computed.
+bool ToLocalTime(std::int64_t seconds, std::tm& time);
+bool ToUtc(std::int64_t seconds, std::tm& time);
 
 // ---- The process
 

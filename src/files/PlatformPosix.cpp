@@ -1,5 +1,7 @@
 #include "files/Platform.h"
 
+#include "files/OutOfMemory.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -121,6 +123,31 @@ unsigned GetFileMode(const char* name)
     const mode_t mask = umask(077);
     umask(mask);
     return 0666 & ~mask;
+}
+
+// ---- Time
+
+std::optional<std::int64_t> GetChangeTime(const char* name)
+{
+    struct stat status;
+    if (!IsAccessible(name, /*forWriting=*/false) || stat(name, &status) != 0 || S_ISDIR(status.st_mode)) return {};
+    return status.st_mtime;
+}
+
+bool ToLocalTime(std::int64_t seconds, std::tm& time)
+{
+    // Without memory the library takes UTC for the time zone, and tells nobody but this variable.
+    errno = 0;
+    tzset();
+    if (errno == ENOMEM) EndOutOfMemory();
+    const std::time_t moment = static_cast<std::time_t>(seconds);
+    return localtime_r(&moment, &time) != nullptr;
+}
+
+bool ToUtc(std::int64_t seconds, std::tm& time)
+{
+    const std::time_t moment = static_cast<std::time_t>(seconds);
+    return gmtime_r(&moment, &time) != nullptr;
 }
 
 // ---- The process

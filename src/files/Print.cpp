@@ -1,28 +1,37 @@
 #include "files/Print.h"
 
 #include <cstdio>
-#include <string>
+
+static bool g_HasFailed = false;   // something of standard output is lost
+
+static void FlushOutput()
+{
+    if (std::fflush(stdout) != 0) g_HasFailed = true;
+}
 
 void Print(std::string_view text)
 {
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) g_HasFailed = true;
 }
 
 void PrintToStandardError(std::string_view lines)
 {
     if (lines.empty()) return;
-    std::fflush(stdout);
+    FlushOutput();
     std::fwrite(lines.data(), 1, lines.size(), stderr);
 }
 
 bool FinishPrinting()
 {
+    FlushOutput();
     // Some file systems report only at the close that they had no room.
-    const bool hasFailed = std::ferror(stdout) != 0;
-    return std::fclose(stdout) == 0 && !hasFailed;
+    if (std::fclose(stdout) != 0) g_HasFailed = true;
+    return !g_HasFailed;
 }
 
 void PrintFailure(std::string_view text)
 {
-    PrintToStandardError(std::string(text) + "\n");
+    FlushOutput();
+    std::fwrite(text.data(), 1, text.size(), stderr);
+    std::fputc('\n', stderr);
 }

@@ -1,6 +1,7 @@
 #include "frontend/SourceWindow.h"
 
 #include "files/Fatal.h"
+#include "files/OutOfMemory.h"
 #include "files/Platform.h"
 
 #include <algorithm>
@@ -10,7 +11,8 @@
 
 static constexpr std::size_t g_WindowSize = 65536;
 static constexpr std::string_view g_ReadFailed = "input in flex scanner failed";
-static constexpr int g_ReadFailedStatus = 2;
+static constexpr const char* g_NoBuffer = "out of dynamic memory in yy_create_buffer()\n";
+static constexpr int g_ScannerFaultStatus = 2;
 
 bool CSourceWindow::Open(const std::string& name, std::string* pCopy)
 {
@@ -58,7 +60,7 @@ static std::size_t JoinLineEnds(char* pBytes, std::size_t count)
 std::size_t CSourceWindow::Read(char* pBytes, std::size_t room)
 {
     const std::ptrdiff_t result = ReadBytes(m_Descriptor, pBytes, room);
-    if (result < 0) EndProgram(g_ReadFailedStatus, g_ReadFailed);
+    if (result < 0) EndProgram(g_ScannerFaultStatus, g_ReadFailed);
     const std::size_t count = static_cast<std::size_t>(result);
     if (m_pCopy) {
         const char* pZero = static_cast<const char*>(std::memchr(pBytes, '\0', count));
@@ -73,7 +75,10 @@ void CSourceWindow::Fill(std::ptrdiff_t enough)
     constexpr std::size_t zeroByte = 1;
     const std::size_t wanted = static_cast<std::size_t>(enough);
     std::size_t size = static_cast<std::size_t>(m_End - m_Begin);
-    if (m_Window.empty()) m_Window.resize(wanted + g_WindowSize + zeroByte);
+    if (m_Window.empty()) {
+        const OutOfMemoryAnswer answer(g_NoBuffer, g_ScannerFaultStatus);
+        m_Window.resize(wanted + g_WindowSize + zeroByte);
+    }
     std::memmove(m_Window.data(), m_Begin, size);
     while (size < wanted && !IsAtEnd()) {
         // A CR that was read last is looked at together with what follows it.
