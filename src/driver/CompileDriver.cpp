@@ -317,6 +317,7 @@ bool CCompileDriver::CompileSource(const std::string& name, const std::string& f
 void CCompileDriver::GenerateClosingBlocks()
 {
     if (!m_Norvane.m_LibraryFile.empty()) {
+        if (IsOutputRefused()) return;
         if (!m_Norvane.StoreLibrary(m_LibraryText)) {
             PrintFailure(m_Norvane.m_LibraryFile + ": the library can't be written");
             m_ExitStatus = 1;
