@@ -13,25 +13,25 @@ constexpr int g_XmlError = static_cast<int>(0x80004005);   // the one failure th
 
 }   // namespace
 
-int CXmlDocument::Load(const std::string& fileName)
+int CXmlDocument::Load(const std::string& fileName, XmlReview* pReview)
 {
     TextFile file;
     if (file.Open(fileName, TextFile::ForReading, m_Encoding) != 0) return g_XmlError;
-    return Load(file);
+    return Load(file, pReview);
 }
 
-int CXmlDocument::Load(TextFile& file)
+int CXmlDocument::Load(TextFile& file, XmlReview* pReview)
 {
     std::string text;
     if (file.ReadAll(text) == g_FileError) return g_XmlError;
-    return LoadFromString(text);
+    return LoadFromString(text, pReview);
 }
 
-int CXmlDocument::LoadFromString(std::string_view text)
+int CXmlDocument::LoadFromString(std::string_view text, XmlReview* pReview)
 {
     Clear();
     if (text.empty() || text.front() == '\0') return g_XmlError;
-    const int result = XmlParser(*this, text).Parse();
+    const int result = XmlParser(*this, text, pReview).Parse();
     return result == XmlParsed ? 0 : g_XmlError;
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 class TextFile;
+class XmlReview;
 
 // A document in memory, read from and written to a file: the target description, the debug file.
 // The text in the nodes is single-byte text in the ANSI code page.
@@ -16,9 +17,11 @@ public:
 
     // 0, or a negative error if the file can't be opened, is empty or can't be parsed. What was read
     // before a parse failure stays in the tree, what was there before the call doesn't.
-    int Load(const std::string& fileName);
-    int Load(TextFile& file);                        // open for reading; read to its end
-    int LoadFromString(std::string_view text);       // of bytes in the code page in memory
+    // A review, if one is given, is filled with the places and faults of the text, and is good as long as the
+    // nodes are.
+    int Load(const std::string& fileName, XmlReview* pReview = nullptr);
+    int Load(TextFile& file, XmlReview* pReview = nullptr);                    // open for reading; read to its end
+    int LoadFromString(std::string_view text, XmlReview* pReview = nullptr);   // of bytes in the code page in memory
     // 0 or a negative error. The earlier file is replaced only when the new text was written whole.
     int Save(const std::string& fileName);           // with line ends and tabs
     int SaveCompact(const std::string& fileName);    // without them

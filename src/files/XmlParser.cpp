@@ -2,6 +2,7 @@
 
 #include "files/XmlDocument.h"
 #include "files/XmlEntities.h"
+#include "files/XmlReview.h"
 
 #include <algorithm>
 #include <memory>
@@ -29,9 +30,10 @@ struct XmlParser::MarkForm
     int nResult;          // if the end is missing
 };
 
-XmlParser::XmlParser(CXmlDocument& document, std::string_view text)
-    : m_Document(document), m_Text(text.substr(0, text.find('\0')))
+XmlParser::XmlParser(CXmlDocument& document, std::string_view text, XmlReview* pReview)
+    : m_Document(document), m_Text(text.substr(0, text.find('\0'))), m_Review(pReview)
 {
+    if (m_Review) m_Review->Begin(m_Text);
 }
 
 int XmlParser::Parse()
@@ -46,13 +48,21 @@ int XmlParser::ParseConstructs()
     while (!m_RootClosed) {
         const std::size_t bracket = m_Text.find('<', m_Cursor);
         // Wanted: elements that the end of the text leaves open are no fault.
-        if (bracket == std::string_view::npos) return XmlParsed;
+        if (bracket == std::string_view::npos) {
+            if (m_Review) m_Review->NoteEnd(m_Element);
+            return XmlParsed;
+        }
         if (m_Element) AddText(m_Text.substr(m_Cursor, bracket - m_Cursor));
+        else if (m_Review) m_Review->NoteOutsideText(m_Cursor, bracket);
         m_Cursor = bracket + 1;
         const bool isClosing = m_Element && !IsAtEnd() && m_Text[m_Cursor] == '/';
         const int result = isClosing ? ParseClosingTag() : ParseConstruct();
-        if (result != XmlParsed) return result;
+        if (result != XmlParsed) {
+            if (m_Review) m_Review->NoteStop(result, bracket);
+            return result;
+        }
     }
+    if (m_Review) m_Review->NoteRootEnd(m_Cursor);
     return XmlParsed;
 }
 
@@ -66,8 +76,10 @@ int XmlParser::ParseConstruct()
         {"!", ">", g_XmlDeclaration, true, XmlDeclarationNotClosed},
     };
 
+    const std::size_t bracket = m_Cursor - 1;
     SkipWhiteSpace();
     if (IsAtEnd()) return XmlEndBehindBracket;
+    if (m_Review) m_Review->NoteBracket(bracket, m_Cursor);
     for (const MarkForm& form : forms)
         if (m_Text.substr(m_Cursor).starts_with(form.start)) return ParseMark(form);
     return ParseStartTag();
@@ -78,6 +90,7 @@ int XmlParser::ParseMark(const MarkForm& form)
     const std::size_t content = m_Cursor + form.start.size();
     const std::size_t end = m_Text.find(form.end, content);
     if (end == std::string_view::npos) return form.nResult;
+    if (m_Review) m_Review->NoteMark(m_Cursor, end, m_Element != nullptr);
     const std::size_t start = form.bKeepStart ? m_Cursor : content;
     AddMark(form.name, m_Text.substr(start, end - start));
     m_Cursor = end + form.end.size();
@@ -113,6 +126,7 @@ int XmlParser::ParseStartTag()
     const std::string_view name = m_Text.substr(start, m_Cursor - start);
     CXmlNode* pNode = m_Element ? m_Element->AddChild(name) : &m_Document.m_Root;
     if (!m_Element) pNode->m_Name = name;
+    if (m_Review) m_Review->NoteElement(*pNode, start);
 
     bool bClosed = false;
     const int result = ParseAttributes(*pNode, bClosed);
@@ -128,8 +142,11 @@ int XmlParser::ParseAttributes(CXmlNode& node, bool& bClosed)
         SkipWhiteSpace();
         if (IsAtEnd()) return XmlEndInTag;
         if (m_Text[m_Cursor] == '/') {
+            const std::size_t slash = m_Cursor;
             bClosed = true;
-            return MoveBehind('>') ? XmlParsed : XmlEndBeforeTagEnd;
+            if (!MoveBehind('>')) return XmlEndBeforeTagEnd;
+            if (m_Review) m_Review->NoteSlash(slash, m_Cursor - 1);
+            return XmlParsed;
         }
         if (m_Text[m_Cursor] == '>') {
             ++m_Cursor;
@@ -147,30 +164,36 @@ int XmlParser::ParseAttribute(CXmlNode& node)
     std::string name(m_Text.substr(nameStart, m_Cursor - nameStart));
     // Entered before its value is known: a fault in the value leaves it empty. Repeated names are let in.
     node.m_Attributes.push_back(std::make_unique<CXmlAttribute>(std::move(name), std::string()));
+    CXmlAttribute& attribute = *node.m_Attributes.back();
+    if (m_Review) m_Review->NoteAttribute(attribute, nameStart);
 
     SkipWhiteSpace();
     if (IsAtEnd()) return XmlEndBehindAttributeName;
     if (m_Text[m_Cursor] != '=') return XmlNoEqualsSign;
+    const std::size_t equalsSign = m_Cursor;
     // Junk between the equals sign and the quote is tolerated.
     if (!MoveTo("'\"")) return XmlNoQuote;
     const std::size_t valueStart = m_Cursor + 1;
     const std::size_t valueEnd = m_Text.find(m_Text[m_Cursor], valueStart);
     if (valueEnd == std::string_view::npos) return XmlQuoteNotClosed;
-    node.m_Attributes.back()->m_Value = DecodeEntities(m_Text.substr(valueStart, valueEnd - valueStart));
+    attribute.m_Value = DecodeEntities(m_Text.substr(valueStart, valueEnd - valueStart));
+    if (m_Review) m_Review->NoteValue(attribute, equalsSign, valueStart - 1, valueEnd);
     m_Cursor = valueEnd + 1;
     return XmlParsed;
 }
 
 int XmlParser::ParseClosingTag()
 {
-    ++m_Cursor;
+    const std::size_t slash = m_Cursor++;
     SkipWhiteSpace();
     if (IsAtEnd()) return XmlEndInClosingTag;
     const std::size_t start = m_Cursor;
     if (!MoveTo(g_ClosingNameEnd)) return XmlEndInClosingName;
     // Wanted: the closing name need only be the beginning of the element's, so </ab> closes <abc>.
-    if (!m_Element->m_Name.starts_with(m_Text.substr(start, m_Cursor - start))) return XmlWrongClosingName;
+    const std::size_t end = m_Cursor;
+    if (!m_Element->m_Name.starts_with(m_Text.substr(start, end - start))) return XmlWrongClosingName;
     if (!MoveBehind('>')) return XmlEndBeforeTagEnd;
+    if (m_Review) m_Review->NoteClosingTag(*m_Element, slash, start, end, m_Cursor - 1);
     m_Element = m_Element->m_Parent;
     m_RootClosed = m_Element == nullptr;
     return XmlParsed;

@@ -5,6 +5,7 @@
 
 class CXmlDocument;
 class CXmlNode;
+class XmlReview;
 
 // What ended a parse early; the numbers are those that the construct was given.
 enum XmlParseResult : int
@@ -30,11 +31,12 @@ enum XmlParseResult : int
 
 // Reads one document from a text that outlives the parser, up to the end of its root element or the first
 // zero byte. It goes down into elements by keeping the open one, not by recursion, and looks at each byte
-// a fixed number of times. What it read before a fault stays in the document.
+// a fixed number of times. What it read before a fault stays in the document. A review, if one is given, is told
+// of places and of breaches of the form; it changes nothing in what is read.
 class XmlParser
 {
 public:
-    XmlParser(CXmlDocument& document, std::string_view text);
+    XmlParser(CXmlDocument& document, std::string_view text, XmlReview* pReview = nullptr);
 
     int Parse();                     // an XmlParseResult
 
@@ -61,6 +63,7 @@ private:
     CXmlDocument& m_Document;
     std::string_view m_Text;
     std::size_t m_Cursor = 0;
+    XmlReview* m_Review = nullptr;   // not owned; null: nobody wants to know
     CXmlNode* m_Element = nullptr;   // the innermost open element; null outside the root element
     bool m_RootClosed = false;
     std::size_t m_CommentCount = 0;  // comments among the nodes of the prolog
