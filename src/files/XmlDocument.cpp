@@ -4,6 +4,7 @@
 #include "files/FileSystem.h"
 #include "files/TextFile.h"
 #include "files/XmlParser.h"
+#include "files/XmlReview.h"
 #include "files/XmlWriter.h"
 
 namespace
@@ -15,6 +16,7 @@ constexpr int g_XmlError = static_cast<int>(0x80004005);   // the one failure th
 
 int CXmlDocument::Load(const std::string& fileName, XmlReview* pReview)
 {
+    if (pReview) pReview->Begin({});
     TextFile file;
     if (file.Open(fileName, TextFile::ForReading, m_Encoding) != 0) return g_XmlError;
     return Load(file, pReview);
@@ -30,6 +32,7 @@ int CXmlDocument::Load(TextFile& file, XmlReview* pReview)
 int CXmlDocument::LoadFromString(std::string_view text, XmlReview* pReview)
 {
     Clear();
+    if (pReview) pReview->Begin({});
     if (text.empty() || text.front() == '\0') return g_XmlError;
     const int result = XmlParser(*this, text, pReview).Parse();
     return result == XmlParsed ? 0 : g_XmlError;

@@ -348,9 +348,10 @@ void TargetReview::ReviewDeclaredEncoding()
     const std::string_view text = m_Review.GetText();
     const bool isAscii = std::none_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) < 0; });
     const CXmlNode* pInstruction = m_Target.m_Prolog.FindChild(g_XmlInstruction);
-    if (isAscii || !pInstruction || !pInstruction->m_Text.starts_with("xml")) return;
+    if (!pInstruction || !pInstruction->m_Text.starts_with("xml")) return;
     const std::string declaration = ToLowerCase(pInstruction->m_Text);
     if (declaration.find("encoding") == std::string::npos || declaration.find("utf-8") != std::string::npos) return;
+    if (isAscii && declaration.find("utf-16") == std::string::npos) return;   // all others begin with ASCII
     Add(Kind::WrongEncoding, text.find("<?"), "the file is read as UTF-8, not as it declares");
 }
 

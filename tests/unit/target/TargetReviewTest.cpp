@@ -132,6 +132,9 @@ TEST(TargetReviewTest, EverySpellingOfXmlIsFree)
                   "<DATATYPE align = '2'\n size\n=\n'16'\tname='INT' ></DATATYPE >");
     ExpectNothing("</VM>", "<!-- </VM> --><?x <VM>?><![CDATA[<AREA name=\"GLOBAL\"/>]]><x:y z=\"1\"/></VM>");
     ExpectNothing("</DEVICE>\n", "</DEVICE>\n<!-- the <end> -->\n<?x?>\n");
+    ExpectNothing("utf-8", "ISO-8859-1");   // of which it has only what is ASCII too
+    ExpectAll("<?xml version=\"1.0\" encoding=\"utf-8\"?>", "@<?xml version=\"1.0\" encoding=\"UTF-16\"?>",
+              {"wrong-encoding"});
     ExpectNothing("end=\"NOP\"", "end=\"&lt;&amp;&gt;&quot;&apos;&#60;&#x3E; it's > {cr}\"");
     ExpectNothing("QUJDREVG", "\r\n  QUJD<!-- wrapped -->\r\n  RA==\r\n");
     std::string text(g_Whole);
