@@ -209,7 +209,7 @@ std::size_t XmlReview::FindSubsetEnd(std::size_t start) const
 void XmlReview::NoteElement(const CXmlNode& node, std::size_t start)
 {
     m_Nodes.emplace(&node, start);
-    m_AttributeNames.clear();
+    std::unordered_set<std::string_view>().swap(m_AttributeNames);   // to clear it costs what the largest tag had
     m_LastAttribute = g_NoOffset;
     if (!m_RootMet && start < m_SubsetEnd) Add(XmlFaultKind::SubsetReadAsDocument, start);
     m_RootMet = true;

@@ -310,7 +310,7 @@ void TargetReview::Add(Kind kind, const CXmlAttribute* pAttribute, const CXmlNod
 std::vector<TargetFinding> TargetReview::Review()
 {
     ReviewText();
-    ReviewDeclaredEncoding();
+    if (m_Scope == TargetReviewScope::All) ReviewDeclaredEncoding();
     ReviewNode(m_Target.m_Root, Node::Root);
     if (m_Iec) ReviewTypes();
     if (m_Vm) ReviewAreas();
@@ -725,9 +725,27 @@ void TargetReview::ReviewStack(const CXmlNode& stack)
         Add(Kind::OutOfRange, pSize, stack, "the size of " + stack.m_Name + " is above its maxsize");
 }
 
+namespace
+{
+
+enum class Base64Character : unsigned char { Foreign, Digit, Padding, Blank };
+
+}   // namespace
+
+static constexpr std::array<Base64Character, 256> MakeBase64Characters()
+{
+    std::array<Base64Character, 256> characters{};
+    for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/"))
+        characters[static_cast<unsigned char>(c)] = Base64Character::Digit;
+    for (const char c : g_WhiteSpace) characters[static_cast<unsigned char>(c)] = Base64Character::Blank;
+    characters['='] = Base64Character::Padding;
+    return characters;
+}
+
+static constexpr std::array<Base64Character, 256> g_Base64Characters = MakeBase64Characters();
+
 void TargetReview::ReviewLibrary()
 {
-    constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     constexpr std::size_t groupLength = 4;
 
     for (const auto& pChild : m_Library->m_Children) {
@@ -735,18 +753,18 @@ void TargetReview::ReviewLibrary()
         Add(Kind::LibraryInSection, *m_Library, "the CDATA section in LIBRARY isn't read");
         break;
     }
-    std::array<bool, 256> isDigit{};
-    for (const char c : alphabet) isDigit[static_cast<unsigned char>(c)] = true;
     std::size_t count = 0;
     bool isPadded = false;
     for (const char c : m_Library->m_Text) {
-        if (g_WhiteSpace.find(c) != g_NoOffset) continue;
-        if (c == '=') isPadded = true;
-        else if (!isDigit[static_cast<unsigned char>(c)]) {
-            Add(Kind::LibraryDamaged, *m_Library, "the character " + Quote({&c, 1}) + " in LIBRARY isn't of base64");
-            return;
-        } else if (isPadded) {
+        switch (g_Base64Characters[static_cast<unsigned char>(c)]) {
+        case Base64Character::Blank: continue;
+        case Base64Character::Padding: isPadded = true; break;
+        case Base64Character::Digit:
+            if (!isPadded) break;
             Add(Kind::LibraryDamaged, *m_Library, "what stands behind the padding in LIBRARY isn't read");
+            return;
+        case Base64Character::Foreign:
+            Add(Kind::LibraryDamaged, *m_Library, "the character " + Quote({&c, 1}) + " in LIBRARY isn't of base64");
             return;
         }
         ++count;
