@@ -83,6 +83,14 @@ void ResetStartCondition()
     g_Condition = yycINITIAL;
 }
 
+// Says where the token begins that ends the program, on a line of its own: tools read the one behind it.
+[[noreturn]] static void EndScan(std::string_view text)
+{
+    const std::string file = g_CurrentFileName ? g_CurrentFileName : "";
+    const std::string position = FormatText("(%d,%d)\n", yylineno, nColumn);
+    EndProgram(g_ScannerFaultStatus, file + position + std::string(text));
+}
+
 // The step in front of every action, also of those that deliver nothing.
 static std::string_view AcceptMatch(const char* start, const char* end)
 {
@@ -233,7 +241,7 @@ static void CheckLength(const char* start, const char* cursor, const char* given
     if (length < g_LongestToken) return;
     const std::string_view match(start, static_cast<std::size_t>(length));
     if (length == g_LongestToken && givenUp < cursor && KnowsItsEnd(match)) return;
-    EndProgram(g_ScannerFaultStatus, g_TokenTooLong);
+    EndScan(g_TokenTooLong);
 }
 
 // Matches one rule; g_NoToken if it delivers no token. Behind the end stands a zero byte, which may also be a
@@ -399,7 +407,7 @@ static int Match(const char* const start, const char* const end)
     // What no rule takes leaves on standard output: so parentheses, bars and quotes inside a string are
     // printed instead of stored. Wanted as it stands.
     <IN_COMMENT, IN_STRING> *                       { Print(text); return g_NoToken; }
-    <INITIAL> *                                     { EndProgram(g_ScannerFaultStatus, g_NoRuleMatches); }
+    <INITIAL> *                                     { EndScan(g_NoRuleMatches); }
     */
 }
 
