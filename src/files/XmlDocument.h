@@ -34,7 +34,7 @@ public:
     int m_CharSize = 1;              // width of a character in the write buffer, bytes
     int m_Encoding = 4;              // of files, see TextFile: 4 is UTF-8
     CXmlNode m_Prolog;               // its children are what stands outside the document element
-    int m_Indent = 0;                // depth while writing
+    int m_Indent = 0;                // of the document element; the levels below it are the writer's
     std::string m_Out;               // the text being written
     std::string m_Reserved;          // always empty
 };
