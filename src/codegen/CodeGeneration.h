@@ -12,6 +12,7 @@
 #include <vector>
 
 class CArrayOfArrayIndex;
+class CCallTree;
 class CErrorHandler;
 class CMember;
 class CMemoryHandler;
@@ -23,9 +24,8 @@ class CType;
 class CTypeStruct;
 class CTypeStructFB;
 class CVariable;
-class CXmlDocument;
-class CXmlNode;
 class OutputTextFile;
+class XmlStream;
 struct SourceLocation;
 
 // What an access does with a variable.
@@ -102,14 +102,21 @@ public:
     void GenerateVariableInit(const CVariable* pVariable, std::string& text);   // uses m_Area
 
     // After the last source (StackAnalysis.cpp, DebugInformation.cpp).
-    void WriteCallTree(CXmlNode& root);           // marks the POUs that are used and reports stacks that overflow
+    // Reads the target's stack settings, marks the POUs that are used, measures the programs and reports the stacks
+    // that overflow. A call tree too large to be written ends the run: one line on standard error, exit status 1.
+    void AnalyseStacks();
+    // What one call of the POU takes from the return stack, in bytes.
+    std::int64_t GetCallSize(const CPou& pou) const;
+    void WriteCallTree(XmlStream& stream) const;  // all that is measured must have been
     std::string GetStatistics() const;            // ends in a line end
     // The output's name with ".dbi" in the place of ".asm" and what follows it; behind the whole name if ".asm"
     // stands at its start, is missing, or stands there twice.
     static std::string GetDebugName(const std::string& outputName);
-    // Writes the debug file that belongs to the output, or to the given file instead, which is not replaced but
-    // written as it is; false if it could not be written. Its walk over the call tree is made in any case.
+    // Analyses the stacks, in any case, and writes the debug file that belongs to the output, or the given file instead,
+    // which is not replaced but written as it is; false if it could not be written.
     bool WriteDebugInformation(const std::string& outputName, const std::optional<std::string>& fileName = {});
+    // The second half of that: writes the debug file under the name, as often as it is wanted; false if that failed.
+    bool WriteDebugFile(const std::string& fileName) const;
     static std::uint16_t ComputeSign(std::string_view text);      // the checksum of the debug file
     // "[40,4][2]": the stride of each dimension in a type text "INT[0..1,0..9][0..1]", the innermost being given.
     static std::string MakeDisplacement(std::string_view typeText, std::int64_t size);
@@ -246,27 +253,27 @@ private:
 
     // StackAnalysis.cpp
     void ReadStackSettings();
-    std::int64_t GetCallSize(const CPou* pPou) const;
-    void WalkCallees(CXmlNode* pParent, const CPou* pPou, std::int64_t base);
-    void WalkProgram(CXmlNode* pCallTree, const CPou* pProgram);
+    void ReportOverflows(const CCallTree& tree, const CPou& program);
+    std::vector<const CPou*> GetPrograms() const;
 
     // DebugInformation.cpp
-    struct DebugSigns                                             // the texts that the checksums are taken over
+    struct DebugSigns
     {
-        std::string global;
-        std::string retain;
+        std::uint16_t global;
+        std::uint16_t retain;
     };
     std::int64_t GetInnermostStride(const CType* pType, const CArrayOfArrayIndex* pIndex) const;
     const CType* GetDebugType(const CType* pType) const;
     std::int32_t GetSegment(const CVariable* pVariable) const;
-    CXmlNode* WriteDebugInfo(CXmlNode& root) const;
-    void AddVariableElement(CXmlNode* pList, const CVariable* pVariable, DebugSigns& signs) const;
-    void AddMemberElement(CXmlNode* pParent, const CTypeStruct* pStruct, const CMember* pMember) const;
-    void AddTypeElement(CXmlNode* pList, const CType* pType) const;
-    static void SetSigns(CXmlNode* pElement, const DebugSigns& signs);
+    std::string GetVariableTypeText(const CVariable* pVariable) const;
+    DebugSigns ComputeSigns() const;
+    void WriteDebugDocument(XmlStream& stream) const;
+    void WriteDebugInfo(XmlStream& stream, const DebugSigns& signs) const;
+    void WriteVariableElement(XmlStream& stream, const CVariable* pVariable) const;
+    void WriteMemberElement(XmlStream& stream, const CTypeStruct* pStruct, const CMember* pMember) const;
+    void WriteTypeElement(XmlStream& stream, const CType* pType) const;
+    static void WriteSigns(XmlStream& stream, const DebugSigns& signs);
 
-    // Lives on until the process ends: taking it apart would cost more than writing it.
-    std::unique_ptr<CXmlDocument> m_DebugDocument;
     CNorvane& m_Norvane;
     CErrorHandler* m_ErrorHandler;
     CMemoryHandler* m_MemoryHandler;

@@ -1,10 +1,13 @@
 // The debug file: an XML document that tells a debugger where everything lies, and by checksums whether a
-// stored image belongs to this compilation. The order of elements and attributes is that of the code.
+// stored image belongs to this compilation. The order of elements and attributes is that of the code. The file is
+// written from its start to its end; what stands in front of its reasons (the signs, the marks of the POUs that are used)
+// is computed beforehand.
 
 #include "codegen/CodeGeneration.h"
 
 #include "files/Format.h"
-#include "files/XmlDocument.h"
+#include "files/TextFile.h"
+#include "files/XmlStream.h"
 #include "model/Pou.h"
 #include "model/PouTable.h"
 #include "model/TypeArray.h"
@@ -32,13 +35,21 @@ static constexpr std::array<std::uint16_t, 256> MakeSignTable()
     return table;
 }
 
-// A cyclic redundancy check of 16 bits that starts with all bits set and isn't inverted at its end.
-std::uint16_t CCodeGeneration::ComputeSign(std::string_view text)
+static constexpr std::uint16_t g_EmptySign = 0xFFFF;
+
+// A cyclic redundancy check of 16 bits that starts with all bits set and isn't inverted at its end: so the sign of a
+// text goes on to that of a longer one.
+static std::uint16_t ContinueSign(std::uint16_t begun, std::string_view text)
 {
     static constexpr std::array<std::uint16_t, 256> table = MakeSignTable();
-    unsigned sign = 0xFFFF;
+    unsigned sign = begun;
     for (const char c : text) sign = sign >> 8 ^ table[(sign ^ static_cast<unsigned char>(c)) & 0xFF];
     return static_cast<std::uint16_t>(sign);
+}
+
+std::uint16_t CCodeGeneration::ComputeSign(std::string_view text)
+{
+    return ContinueSign(g_EmptySign, text);
 }
 
 // ---- Texts of types
@@ -116,10 +127,10 @@ static bool IsInnermostBool(const CType* pType)
 }
 
 // Only what is a bit has one; a whole array of bits that wasn't given any begins at bit 0.
-static void SetBit(CXmlNode* pElement, const CType* pType, std::int32_t bit)
+static void WriteBit(XmlStream& stream, const CType* pType, std::int32_t bit)
 {
-    if (pType->IsBool()) pElement->SetAttribute("bit", bit);
-    else if (IsBoolArray(pType)) pElement->SetAttribute("bit", std::max(bit, 0));
+    if (pType->IsBool()) stream.WriteAttribute("bit", bit);
+    else if (IsBoolArray(pType)) stream.WriteAttribute("bit", std::max(bit, 0));
 }
 
 std::int64_t CCodeGeneration::GetInnermostStride(const CType* pType, const CArrayOfArrayIndex* pIndex) const
@@ -134,6 +145,37 @@ const CType* CCodeGeneration::GetDebugType(const CType* pType) const
     return pType ? pType->GetBaseType() : m_Norvane.m_DataTypes.m_ErrorType;
 }
 
+// ---- Signs
+
+// Without parentheses: they enclose the entries of the text that is signed.
+std::string CCodeGeneration::GetVariableTypeText(const CVariable* pVariable) const
+{
+    std::string text = GetTypeText(GetDebugType(pVariable->m_Type), pVariable->GetIndex());
+    std::erase_if(text, [](char c) { return c == '(' || c == ')'; });
+    return text;
+}
+
+// "(a,INT[0..9],12,-1)" for each global variable. The bit is signed as it stands, -1 for what has none.
+CCodeGeneration::DebugSigns CCodeGeneration::ComputeSigns() const
+{
+    DebugSigns signs{g_EmptySign, g_EmptySign};
+    for (const CVariable* pVariable : m_MemoryHandler->m_GlobalVariables) {
+        const std::string text = "(" + pVariable->m_Name + "," + GetVariableTypeText(pVariable) +
+                                 FormatText(",%d,%d)", pVariable->m_Offset, pVariable->m_BitOffset);
+        signs.global = ContinueSign(signs.global, text);
+        if (pVariable->m_IsRetain) signs.retain = ContinueSign(signs.retain, text);
+    }
+    return signs;
+}
+
+// globalsign="65535" retainsign="65535" dbisign="65535"
+void CCodeGeneration::WriteSigns(XmlStream& stream, const DebugSigns& signs)
+{
+    stream.WriteAttribute("globalsign", signs.global);
+    stream.WriteAttribute("retainsign", signs.retain);
+    stream.WriteAttribute("dbisign", signs.global);   // wanted: the same as the first
+}
+
 // ---- The elements
 
 // <INFO>
@@ -141,58 +183,58 @@ const CType* CCodeGeneration::GetDebugType(const CType* pType) const
 //     <PROGRAM name="default" version="0" filetime="1700000000"/>
 //     <SIGN .../>
 // </INFO>
-// The signs aren't known yet: the result is the element that takes them.
-CXmlNode* CCodeGeneration::WriteDebugInfo(CXmlNode& root) const
+void CCodeGeneration::WriteDebugInfo(XmlStream& stream, const DebugSigns& signs) const
 {
-    CXmlNode* pInfo = root.AddChild("INFO");
-    for (const std::string& name : m_Norvane.m_SourceFiles) pInfo->AddChild("SOURCEFILE", ShowControlCharacters(name));
-    CXmlNode* pProgram = pInfo->AddChild("PROGRAM");
-    pProgram->SetAttribute("name", ShowControlCharacters(m_Norvane.m_ProgramName));
-    pProgram->SetAttribute("version", m_Norvane.m_ProgramVersion);
-    pProgram->SetAttribute("filetime", m_Norvane.m_CompileStamp);
-    return pInfo->AddChild("SIGN");
+    stream.BeginElement("INFO");
+    for (const std::string& name : m_Norvane.m_SourceFiles) {
+        stream.BeginElement("SOURCEFILE");
+        stream.WriteText(ShowControlCharacters(name));
+        stream.EndElement();
+    }
+    stream.BeginElement("PROGRAM");
+    stream.WriteAttribute("name", ShowControlCharacters(m_Norvane.m_ProgramName));
+    stream.WriteAttribute("version", m_Norvane.m_ProgramVersion);
+    stream.WriteAttribute("filetime", m_Norvane.m_CompileStamp);
+    stream.EndElement();
+    stream.BeginElement("SIGN");
+    WriteSigns(stream, signs);
+    stream.EndElement();
+    stream.EndElement();
 }
 
 // <POU name="main" type="PROGRAM" id="1" localsize="6" used="False"/>
-static void AddPouElement(CXmlNode* pList, CPou* pPou)
+static void WritePouElement(XmlStream& stream, CPou* pPou)
 {
     const CProgram* pProgram = pPou->AsProgram();
-    CXmlNode* pElement = pList->AddChild("POU");
-    pElement->SetAttribute("name", ShowControlCharacters(pPou->m_Name));
-    pElement->SetAttribute("type", pProgram ? "PROGRAM" : pPou->IsFunctionBlock() ? "FUNCTION_BLOCK" : "FUNCTION");
-    if (pProgram) pElement->SetAttribute("id", pProgram->m_Id);
-    pElement->SetAttribute("localsize", pPou->m_LocalSize);
-    pElement->SetAttribute("used", pPou->m_Used);
+    stream.BeginElement("POU");
+    stream.WriteAttribute("name", ShowControlCharacters(pPou->m_Name));
+    stream.WriteAttribute("type", pProgram ? "PROGRAM" : pPou->IsFunctionBlock() ? "FUNCTION_BLOCK" : "FUNCTION");
+    if (pProgram) stream.WriteAttribute("id", pProgram->m_Id);
+    stream.WriteAttribute("localsize", pPou->m_LocalSize);
+    stream.WriteAttribute("used", pPou->m_Used);
+    stream.EndElement();
 }
 
 // <VARIABLE name="a" datatype="INT[0..9]" displacement="[2]" type="VAR_GLOBAL" segment="2" offset="12"
 //           constant="False"/>
-void CCodeGeneration::AddVariableElement(CXmlNode* pList, const CVariable* pVariable, DebugSigns& signs) const
+void CCodeGeneration::WriteVariableElement(XmlStream& stream, const CVariable* pVariable) const
 {
     const CType* pType = GetDebugType(pVariable->m_Type);
-    const CArrayOfArrayIndex* pIndex = pVariable->GetIndex();
-    std::string typeText = GetTypeText(pType, pIndex);
-    std::erase_if(typeText, [](char c) { return c == '(' || c == ')'; });
-
-    CXmlNode* pElement = pList->AddChild("VARIABLE");
-    pElement->SetAttribute("name", pVariable->m_Name);
-    pElement->SetAttribute("datatype", typeText);
+    const std::string typeText = GetVariableTypeText(pVariable);
+    stream.BeginElement("VARIABLE");
+    stream.WriteAttribute("name", pVariable->m_Name);
+    stream.WriteAttribute("datatype", typeText);
     if (pVariable->IsArray() && pType->IsArray()) {
-        std::int64_t size = GetInnermostStride(pType, pIndex);
+        std::int64_t size = GetInnermostStride(pType, pVariable->GetIndex());
         if (size == 0 && IsInnermostBool(pType)) size = 1;
-        pElement->SetAttribute("displacement", MakeDisplacement(typeText, size));
+        stream.WriteAttribute("displacement", MakeDisplacement(typeText, size));
     }
-    pElement->SetAttribute("type", pVariable->m_IsRetain ? "VAR_GLOBAL_RETAIN" : "VAR_GLOBAL");
-    pElement->SetAttribute("segment", GetSegment(pVariable));
-    pElement->SetAttribute("offset", pVariable->m_Offset);
-    SetBit(pElement, pType, pVariable->m_BitOffset);
-    pElement->SetAttribute("constant", pVariable->m_IsConstant);
-
-    // The bit is signed as it stands, -1 for what has none.
-    const std::string sign = "(" + pVariable->m_Name + "," + typeText +
-                             FormatText(",%d,%d)", pVariable->m_Offset, pVariable->m_BitOffset);
-    signs.global += sign;
-    if (pVariable->m_IsRetain) signs.retain += sign;
+    stream.WriteAttribute("type", pVariable->m_IsRetain ? "VAR_GLOBAL_RETAIN" : "VAR_GLOBAL");
+    stream.WriteAttribute("segment", GetSegment(pVariable));
+    stream.WriteAttribute("offset", pVariable->m_Offset);
+    WriteBit(stream, pType, pVariable->m_BitOffset);
+    stream.WriteAttribute("constant", pVariable->m_IsConstant);
+    stream.EndElement();
 }
 
 // A retain variable lies in the retain area even if it has an address.
@@ -214,47 +256,41 @@ static const char* GetMemberClass(const CMember* pMember)
 }
 
 // <MEMBER name="b" datatype="BOOL" offset="4" bit="0" class="Input"/>
-void CCodeGeneration::AddMemberElement(CXmlNode* pParent, const CTypeStruct* pStruct, const CMember* pMember) const
+void CCodeGeneration::WriteMemberElement(XmlStream& stream, const CTypeStruct* pStruct, const CMember* pMember) const
 {
     const CType* pType = GetDebugType(pMember->m_Type);
     const CArrayOfArrayIndex* pIndex = pMember->m_Index.get();
     const std::string typeText = GetTypeText(pType, pIndex);
-    CXmlNode* pElement = pParent->AddChild("MEMBER");
-    pElement->SetAttribute("name", pMember->m_Name);
-    pElement->SetAttribute("datatype", typeText);
-    pElement->SetAttribute("offset", pMember->m_Offset);
+    stream.BeginElement("MEMBER");
+    stream.WriteAttribute("name", pMember->m_Name);
+    stream.WriteAttribute("datatype", typeText);
+    stream.WriteAttribute("offset", pMember->m_Offset);
     if (pType->IsArray())
-        pElement->SetAttribute("displacement", MakeDisplacement(typeText, GetInnermostStride(pType, pIndex)));
-    SetBit(pElement, pType, pStruct->GetBoolBit(pMember));
+        stream.WriteAttribute("displacement", MakeDisplacement(typeText, GetInnermostStride(pType, pIndex)));
+    WriteBit(stream, pType, pStruct->GetBoolBit(pMember));
     const char* memberClass = pStruct->IsStructFB() ? GetMemberClass(pMember) : nullptr;
-    if (memberClass) pElement->SetAttribute("class", memberClass);
+    if (memberClass) stream.WriteAttribute("class", memberClass);
+    stream.EndElement();
 }
 
 // <TYPE name="point" type="STRUCT"><MEMBER .../></TYPE>
 // <TYPE name="INT" datatype="INT" align="2" size="16"/>
 // An alias takes the kind of what it renames, and an array is of the second kind.
-void CCodeGeneration::AddTypeElement(CXmlNode* pList, const CType* pType) const
+void CCodeGeneration::WriteTypeElement(XmlStream& stream, const CType* pType) const
 {
-    CXmlNode* pElement = pList->AddChild("TYPE");
-    pElement->SetAttribute("name", pType->m_Name);
+    stream.BeginElement("TYPE");
+    stream.WriteAttribute("name", pType->m_Name);
     if (const CTypeStruct* pStruct = pType->AsStruct()) {
-        pElement->SetAttribute("type", pStruct->IsStructFB() ? "FUNCTION_BLOCK" : "STRUCT");
+        stream.WriteAttribute("type", pStruct->IsStructFB() ? "FUNCTION_BLOCK" : "STRUCT");
         for (const std::unique_ptr<CMember>& pMember : pStruct->m_Members)
-            AddMemberElement(pElement, pStruct, pMember.get());
+            WriteMemberElement(stream, pStruct, pMember.get());
+        stream.EndElement();
         return;
     }
-    pElement->SetAttribute("datatype", pType->GetBaseType()->m_Name);
-    pElement->SetAttribute("align", pType->m_Align);
-    pElement->SetAttribute("size", pType->m_SizeBits);
-}
-
-// globalsign="65535" retainsign="65535" dbisign="65535"
-void CCodeGeneration::SetSigns(CXmlNode* pElement, const DebugSigns& signs)
-{
-    const std::uint16_t global = ComputeSign(signs.global);
-    pElement->SetAttribute("globalsign", global);
-    pElement->SetAttribute("retainsign", ComputeSign(signs.retain));
-    pElement->SetAttribute("dbisign", global);   // wanted: the same as the first
+    stream.WriteAttribute("datatype", pType->GetBaseType()->m_Name);
+    stream.WriteAttribute("align", pType->m_Align);
+    stream.WriteAttribute("size", pType->m_SizeBits);
+    stream.EndElement();
 }
 
 // ---- The file
@@ -268,32 +304,52 @@ std::string CCodeGeneration::GetDebugName(const std::string& outputName)
     return outputName.substr(0, isCut ? position : std::string::npos) + ".dbi";
 }
 
+void CCodeGeneration::WriteDebugDocument(XmlStream& stream) const
+{
+    const DebugSigns signs = ComputeSigns();
+    stream.BeginElement("DBI");
+    WriteDebugInfo(stream, signs);
+
+    stream.BeginElement("POU_LIST");
+    for (CPou* pPou : m_Norvane.m_Pous.GetPous()) WritePouElement(stream, pPou);
+    stream.EndElement();
+
+    WriteCallTree(stream);
+    if (stream.HasFailed()) return;
+
+    stream.BeginElement("GLOBAL");
+    for (const CVariable* pVariable : m_MemoryHandler->m_GlobalVariables) WriteVariableElement(stream, pVariable);
+    stream.EndElement();
+
+    stream.BeginElement("AREAS");
+    stream.WriteAttribute("globalused", m_MemoryHandler->m_GlobalBytes);
+    stream.WriteAttribute("retainused", m_MemoryHandler->m_RetainBytes);
+    WriteSigns(stream, signs);
+    stream.EndElement();
+
+    stream.BeginElement("DATATYPE");
+    for (const CType* pType : m_Norvane.m_DataTypes.GetTypes())
+        if (pType->m_Allowed && pType->m_Name != "ERROR") WriteTypeElement(stream, pType);
+    stream.EndElement();
+    stream.EndElement();
+}
+
+bool CCodeGeneration::WriteDebugFile(const std::string& fileName) const
+{
+    constexpr int flags = TextFile::Utf8 | TextFile::NoBom | TextFile::NoLineEndTranslation;
+    constexpr int bufferSize = 65536;
+    TextFile file;
+    if (file.Open(fileName, TextFile::ForWriting, flags, bufferSize) != 0) return false;
+    std::string text;
+    XmlStream stream(XmlStream::Form::Formatted, text, &file);
+    WriteDebugDocument(stream);
+    const bool isWritten = stream.Finish();
+    const bool isClosed = file.Close() == 0;
+    return isWritten && isClosed;
+}
+
 bool CCodeGeneration::WriteDebugInformation(const std::string& outputName, const std::optional<std::string>& fileName)
 {
-    m_DebugDocument = std::make_unique<CXmlDocument>();
-    CXmlNode& root = m_DebugDocument->m_Root;
-    root.m_Name = "DBI";
-    CXmlNode* pSign = WriteDebugInfo(root);
-
-    // The walk comes between the list and its entries: it finds out which POUs are used.
-    CXmlNode* pPouList = root.AddChild("POU_LIST");
-    WriteCallTree(root);
-    for (CPou* pPou : m_Norvane.m_Pous.GetPous()) AddPouElement(pPouList, pPou);
-
-    DebugSigns signs;
-    CXmlNode* pGlobal = root.AddChild("GLOBAL");
-    for (const CVariable* pVariable : m_MemoryHandler->m_GlobalVariables) AddVariableElement(pGlobal, pVariable, signs);
-
-    CXmlNode* pAreas = root.AddChild("AREAS");
-    pAreas->SetAttribute("globalused", m_MemoryHandler->m_GlobalBytes);
-    pAreas->SetAttribute("retainused", m_MemoryHandler->m_RetainBytes);
-    SetSigns(pAreas, signs);
-    SetSigns(pSign, signs);
-
-    CXmlNode* pTypes = root.AddChild("DATATYPE");
-    for (const CType* pType : m_Norvane.m_DataTypes.GetTypes())
-        if (pType->m_Allowed && pType->m_Name != "ERROR") AddTypeElement(pTypes, pType);
-
-    const int result = fileName ? m_DebugDocument->SaveAsIs(*fileName) : m_DebugDocument->Save(GetDebugName(outputName));
-    return result == 0;
+    AnalyseStacks();
+    return WriteDebugFile(fileName.value_or(GetDebugName(outputName)));
 }

@@ -1,9 +1,13 @@
-// What the programs reach and how deep their calls go, measured when all blocks are written.
+// What the programs reach and how deep their calls go, measured when all blocks are written and before anything of the
+// debug file is: all messages come out here, and the file is only text from then on.
 
+#include "codegen/CallTree.h"
 #include "codegen/CodeGeneration.h"
 
+#include "files/Fatal.h"
 #include "files/Format.h"
 #include "files/XmlNode.h"
+#include "files/XmlStream.h"
 #include "frontend/ErrorHandler.h"
 #include "model/Pou.h"
 #include "model/PouTable.h"
@@ -36,93 +40,85 @@ void CCodeGeneration::ReadStackSettings()
 }
 
 // What one call of the POU takes from the return stack: the overload comes on top of the rounded locals.
-std::int64_t CCodeGeneration::GetCallSize(const CPou* pPou) const
+std::int64_t CCodeGeneration::GetCallSize(const CPou& pou) const
 {
-    std::int64_t locals = pPou->m_LocalSize;
+    std::int64_t locals = pou.m_LocalSize;
     const std::int64_t excess = m_ReturnStackAlign > 1 ? locals % m_ReturnStackAlign : 0;
     if (excess > 0) locals += m_ReturnStackAlign - excess;
     return locals + m_CallOverload;
 }
 
-// <POU name="main" local="6" returnstackdepth="16">
-static CXmlNode* AddTreeElement(CXmlNode* pParent, const CPou* pPou, std::int64_t depth)
+// One message for each path, in the order of the walk. Where even the deepest path below a call fits, nothing is
+// looked for.
+void CCodeGeneration::ReportOverflows(const CCallTree& tree, const CPou& program)
 {
-    CXmlNode* pElement = pParent->AddChild("POU");
-    pElement->SetAttribute("name", ShowControlCharacters(pPou->m_Name));
-    pElement->SetAttribute("local", pPou->m_LocalSize);
-    pElement->SetAttribute("returnstackdepth", depth);
-    return pElement;
-}
-
-namespace
-{
-
-// A POU whose callees are being walked.
-struct OpenCall
-{
-    CXmlNode* pElement;
-    const CPou* pPou;
-    std::int64_t nDepth;          // bytes on the return stack inside it
-    std::size_t nNext;            // position of the callee that comes next
-};
-
-}   // namespace
-
-// Callers first and callees in order of first call, so that elements and messages come in that order. A POU
-// stands once for each path that leads to it. There are no cycles: only what is declared above can be called.
-void CCodeGeneration::WalkCallees(CXmlNode* pParent, const CPou* pPou, std::int64_t base)
-{
-    std::vector<OpenCall> open = {{pParent, pPou, base, 0}};
-    while (!open.empty()) {
-        OpenCall& caller = open.back();
-        if (caller.nNext == caller.pPou->m_Callees.size()) {
-            open.pop_back();
-            continue;
-        }
-        CPou* pCallee = caller.pPou->m_Callees[caller.nNext++];
-        const std::int64_t depth = caller.nDepth + GetCallSize(pCallee);
-        CXmlNode* pElement = AddTreeElement(caller.pElement, pCallee, depth);
-        m_CurrentDepth = std::max(m_CurrentDepth, depth);
-        // The message shows what is missing as a negative number.
-        if (depth > m_ReturnStackBytes)
-            m_ErrorHandler->ErrReturnStackOverflow(m_ReturnStackBytes - depth, pCallee->m_Name);
-        pCallee->m_Used = true;
-        open.push_back({pElement, pCallee, depth, 0});
+    CCallTreeWalk walk(*this, program);
+    for (CCallTreeWalk::Step step = walk.Next(); step != CCallTreeWalk::Step::End; step = walk.Next()) {
+        if (step == CCallTreeWalk::Step::Leave) continue;
+        const CPou& pou = walk.GetPou();
+        const std::int64_t depth = walk.GetDepth();
+        // A program alone isn't compared with the stack's size. What is missing is shown as a negative number.
+        if (walk.GetLevel() > 0 && depth > m_ReturnStackBytes)
+            m_ErrorHandler->ErrReturnStackOverflow(m_ReturnStackBytes - depth, pou.m_Name);
+        if (depth - GetCallSize(pou) + tree.GetDeepest(pou) <= m_ReturnStackBytes) walk.PassOver();
     }
 }
 
-// A program alone isn't compared with the stack's size, and it isn't marked as used: nobody asks.
-void CCodeGeneration::WalkProgram(CXmlNode* pCallTree, const CPou* pProgram)
+std::vector<const CPou*> CCodeGeneration::GetPrograms() const
 {
-    m_CurrentDepth = GetCallSize(pProgram);
-    CXmlNode* pElement = AddTreeElement(pCallTree, pProgram, m_CurrentDepth);
-    WalkCallees(pElement, pProgram, m_CurrentDepth);
-    m_MaxNestedDepth += m_CurrentDepth;
-    m_MaxDepth = std::max(m_MaxDepth, m_CurrentDepth);
+    std::vector<const CPou*> programs;
+    for (const CPou* pPou : m_Norvane.m_Pous.GetPous())
+        if (!pPou->IsFunction() && !pPou->IsFunctionBlock()) programs.push_back(pPou);
+    return programs;
+}
+
+void CCodeGeneration::AnalyseStacks()
+{
+    ReadStackSettings();
+    const std::vector<const CPou*> programs = GetPrograms();
+    CCallTree tree(*this);
+    for (const CPou* pProgram : programs) tree.Add(*pProgram);
+    const std::string excess = tree.DescribeExcess();
+    if (!excess.empty()) EndProgram(1, excess);
+
+    m_MaxNestedDepth = 0;
+    m_MaxDepth = 0;
+    for (const CPou* pProgram : programs) {
+        ReportOverflows(tree, *pProgram);
+        m_CurrentDepth = tree.GetDeepest(*pProgram);
+        m_MaxNestedDepth += m_CurrentDepth;
+        m_MaxDepth = std::max(m_MaxDepth, m_CurrentDepth);
+    }
+    if (m_NestedProgram && m_MaxNestedDepth > m_ReturnStackBytes)
+        m_ErrorHandler->WarnNestedProgramStack(m_ReturnStackBytes - m_MaxNestedDepth);
 }
 
 // <CALLTREE>...</CALLTREE>
 // <RETURNSTACK maxsize="2048" size="1024" maxdepth="16" maxnesteddepth="16"/>
 // <PARAMETERSTACK maxsize="2048" size="256"/>
-void CCodeGeneration::WriteCallTree(CXmlNode& root)
+void CCodeGeneration::WriteCallTree(XmlStream& stream) const
 {
-    CXmlNode* pCallTree = root.AddChild("CALLTREE");
-    m_MaxNestedDepth = 0;
-    m_MaxDepth = 0;
-    ReadStackSettings();
-    for (const CPou* pPou : m_Norvane.m_Pous.GetPous())
-        if (!pPou->IsFunction() && !pPou->IsFunctionBlock()) WalkProgram(pCallTree, pPou);
-    if (m_NestedProgram && m_MaxNestedDepth > m_ReturnStackBytes)
-        m_ErrorHandler->WarnNestedProgramStack(m_ReturnStackBytes - m_MaxNestedDepth);
+    stream.BeginElement("CALLTREE");
+    for (const CPou* pProgram : GetPrograms()) {
+        CCallTreeWalk walk(*this, *pProgram);
+        for (CCallTreeWalk::Step step = walk.Next(); step != CCallTreeWalk::Step::End; step = walk.Next()) {
+            if (step == CCallTreeWalk::Step::Enter) BeginCallElement(stream, walk.GetPou(), walk.GetDepth());
+            else stream.EndElement();
+            if (stream.HasFailed()) return;   // the rest of a large tree would cost its time all the same
+        }
+    }
+    stream.EndElement();
 
-    CXmlNode* pReturnStack = root.AddChild("RETURNSTACK");
-    pReturnStack->SetAttribute("maxsize", m_ReturnStackMaxSize);
-    pReturnStack->SetAttribute("size", m_ReturnStackBytes);
-    pReturnStack->SetAttribute("maxdepth", m_MaxDepth);
-    pReturnStack->SetAttribute("maxnesteddepth", m_MaxNestedDepth);
-    CXmlNode* pParameterStack = root.AddChild("PARAMETERSTACK");
-    pParameterStack->SetAttribute("maxsize", m_ParameterStackMaxSize);
-    pParameterStack->SetAttribute("size", m_ParameterStackBytes);
+    stream.BeginElement("RETURNSTACK");
+    stream.WriteAttribute("maxsize", m_ReturnStackMaxSize);
+    stream.WriteAttribute("size", m_ReturnStackBytes);
+    stream.WriteAttribute("maxdepth", m_MaxDepth);
+    stream.WriteAttribute("maxnesteddepth", m_MaxNestedDepth);
+    stream.EndElement();
+    stream.BeginElement("PARAMETERSTACK");
+    stream.WriteAttribute("maxsize", m_ParameterStackMaxSize);
+    stream.WriteAttribute("size", m_ParameterStackBytes);
+    stream.EndElement();
 }
 
 // The used bytes are the cursors as they stand: a last byte that isn't full doesn't count.

@@ -107,8 +107,3 @@ int CXmlDocument::SaveCompact(const std::string& fileName)
 {
     return SaveDocument(*this, fileName, XmlWriter::Form::Compact) ? 0 : g_XmlError;
 }
-
-int CXmlDocument::SaveAsIs(const std::string& fileName)
-{
-    return WriteDocument(*this, fileName, XmlWriter::Form::Formatted) ? 0 : g_XmlError;
-}

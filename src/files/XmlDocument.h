@@ -25,7 +25,6 @@ public:
     // 0 or a negative error. The earlier file is replaced only when the new text was written whole.
     int Save(const std::string& fileName);           // with line ends and tabs
     int SaveCompact(const std::string& fileName);    // without them
-    int SaveAsIs(const std::string& fileName);       // as Save, into the file itself: it may be left incomplete
     void GetXml(std::string& text);                  // the compact form
     void GetFormattedXml(std::string& text);         // the other one
     void Clear();

@@ -1,5 +1,6 @@
 #include "CompileText.h"
 
+#include "files/XmlStream.h"
 #include "frontend/Error.h"
 #include "model/Pou.h"
 
@@ -33,17 +34,18 @@ protected:
         return Add(std::make_unique<CProgram>(name, SourceLocation()), localSize);
     }
 
-    // What the walk adds, without line ends.
+    // What the file says of the stacks, without line ends.
     std::string Walk()
     {
-        CXmlDocument document;
-        document.m_Root.m_Name = "R";
         testing::internal::CaptureStdout();
-        m_Norvane.m_Code.WriteCallTree(document.m_Root);
+        m_Norvane.m_Code.AnalyseStacks();
         std::fflush(stdout);
         m_Printed = testing::internal::GetCapturedStdout();
         std::string text;
-        document.GetXml(text);
+        XmlStream stream(XmlStream::Form::Compact, text, nullptr);
+        stream.BeginElement("R");
+        m_Norvane.m_Code.WriteCallTree(stream);
+        stream.EndElement();
         return text;
     }
 
@@ -112,9 +114,12 @@ TEST_F(StackAnalysis, AnAlignmentBelowTwoRoundsNothing)
         auto pProgram = std::make_unique<CProgram>("main", SourceLocation());
         pProgram->m_LocalSize = 7;
         norvane.m_Pous.AddPou(std::move(pProgram));
-        CXmlNode root;
-        norvane.m_Code.WriteCallTree(root);
-        EXPECT_EQ(root.FindChild("CALLTREE\\POU")->GetAttributeInt("returnstackdepth"), 15);
+        norvane.m_Code.AnalyseStacks();
+        std::string text;
+        XmlStream stream(XmlStream::Form::Compact, text, nullptr);
+        stream.BeginElement("R");
+        norvane.m_Code.WriteCallTree(stream);
+        EXPECT_NE(text.find("<POU name=\"main\" local=\"7\" returnstackdepth=\"15\"/>"), std::string::npos) << text;
     }
 }
 
@@ -225,9 +230,55 @@ TEST_F(StackAnalysis, NestedProgramsShareTheStack)
     EXPECT_EQ(m_Norvane.m_Errors.GetWarningCount(), 1);   // that of the first walk
 }
 
+// Of 2^20 paths only those below one function are too deep: the messages come in their order, and soon.
+TEST_F(StackAnalysis, OnlyPathsThatOverflowAreWalked)
+{
+    SetTarget("<PROGRAM name='main'/><RETURNSTACK size='1000' calloverload='8' nestedprogram='0'/>");
+    m_Norvane.m_Pous.LoadProgramNames();
+    CPou* pSmall = AddFunction("small", 0);
+    CPou* pLarge = AddFunction("large", 2000);
+    CPou* pA = pSmall;
+    CPou* pB = nullptr;
+    for (int i = 0; i < 20; ++i) {
+        CPou* pNextA = AddFunction("a" + std::to_string(i), 0);
+        CPou* pNextB = AddFunction("b" + std::to_string(i), 0);
+        for (CPou* pCaller : {pNextA, pNextB}) {
+            pCaller->AddCallee(pA);
+            if (pB) pCaller->AddCallee(pB);
+        }
+        pA = pNextA;
+        pB = pNextB;
+    }
+    CPou* pFirst = AddFunction("first", 4);
+    CPou* pSecond = AddFunction("second", 12);
+    pFirst->AddCallee(pLarge);
+    pSecond->AddCallee(pLarge);
+    CPou* pMain = AddProgram("main", 0);
+    for (CPou* pCallee : {pA, pFirst, pSecond}) pMain->AddCallee(pCallee);
+    Walk();   // main 8, first 20, large in it 2028; second 28, large in it 2036
+    EXPECT_EQ(m_Printed, " error: Return stack overflow (-1028 byte in POU large)\n"
+                         " error: Return stack overflow (-1036 byte in POU large)\n");
+}
+
+// A negative overload makes deeper calls shallower: the deepest point is not the end of the path.
+TEST_F(StackAnalysis, TheDeepestPointMayLieAboveTheEnd)
+{
+    SetTarget("<PROGRAM name='main'/><RETURNSTACK size='100' calloverload='-50' nestedprogram='0'/>");
+    m_Norvane.m_Pous.LoadProgramNames();
+    CPou* pEnd = AddFunction("end", 0);
+    CPou* pMiddle = AddFunction("middle", 201);
+    pMiddle->AddCallee(pEnd);
+    AddProgram("main", 0)->AddCallee(pMiddle);
+    Walk();   // main -50, middle 101, end 51
+    EXPECT_EQ(m_Norvane.m_Code.m_MaxDepth, 101);
+    EXPECT_EQ(m_Norvane.m_Errors.GetErrorCount(), 1);
+    EXPECT_EQ(CountErrors("Return stack overflow (-1 byte in POU middle)"), 1);
+}
+
+// Not much longer a chain may be: in the file each level is indented by one tab more, which makes 0.4 GB of these.
 TEST_F(StackAnalysis, ALongChainNeedsNoDeepStack)
 {
-    constexpr int length = 100000;
+    constexpr int length = 20000;
     SetTarget("<PROGRAM name='main'/><RETURNSTACK size='1000000' maxsize='1000000' calloverload='8'/>");
     m_Norvane.m_Pous.LoadProgramNames();
     CPou* pFirst = AddFunction("f0", 0);
@@ -238,9 +289,8 @@ TEST_F(StackAnalysis, ALongChainNeedsNoDeepStack)
         pLast = pNext;
     }
     AddProgram("main", 0)->AddCallee(pLast);
-    CXmlNode root;
-    m_Norvane.m_Code.WriteCallTree(root);
-    EXPECT_EQ(m_Norvane.m_Code.m_MaxDepth, 800008);
+    Walk();
+    EXPECT_EQ(m_Norvane.m_Code.m_MaxDepth, 160008);
     EXPECT_TRUE(pFirst->m_Used);
     EXPECT_EQ(m_Norvane.m_Errors.GetErrorCount(), 0);
 }
