@@ -1,6 +1,7 @@
 #include "codegen/CallTree.h"
 
 #include "codegen/CodeGeneration.h"
+#include "codegen/Counting.h"
 #include "files/Format.h"
 #include "files/XmlStream.h"
 #include "model/Pou.h"
@@ -47,17 +48,6 @@ static constexpr std::int64_t g_LineEndBytes = 2;
 static constexpr std::int64_t g_EndTagBytes = std::string_view("</POU>").size();
 static constexpr std::int64_t g_ProgramTabs = 2;       // in front of a program's element
 static constexpr std::int64_t g_LongestDepth = 20;     // digits and sign of any 64-bit number
-
-static std::int64_t AddCounts(std::int64_t a, std::int64_t b)
-{
-    return std::min(a + b, CCallTree::g_FarCount);
-}
-
-static std::int64_t MultiplyCounts(std::int64_t a, std::int64_t b)
-{
-    if (b > 0 && a > CCallTree::g_FarCount / b) return CCallTree::g_FarCount;
-    return a * b;
-}
 
 static std::int64_t CountDigits(std::int64_t number)
 {
@@ -196,7 +186,8 @@ std::string CCallTree::DescribeGrowth(const CPou& program) const
     for (std::size_t i = m_Positions.at(&program) + 1; i-- > 0;) {   // callers come first this way
         if (paths[i] == 0) continue;
         const std::vector<CPou*>& callees = m_Sums[i].pPou->m_Callees;
-        const std::int64_t parting = MultiplyCounts(paths[i], static_cast<std::int64_t>(callees.size()) - 1);
+        const std::size_t further = std::max<std::size_t>(callees.size(), 1) - 1;
+        const std::int64_t parting = MultiplyCounts(paths[i], static_cast<std::int64_t>(further));
         if (parting >= mostParting) {
             mostParting = parting;
             pFork = &m_Sums[i];

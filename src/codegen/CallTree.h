@@ -51,12 +51,10 @@ private:
 // What is known of the call tree without walking it. A POU stands in the tree once for each path that leads to it,
 // so a few lines of source can ask for more elements than any disk holds. Here each POU is looked at once, whatever
 // the number of its paths, and all that counts elements is a sum over the graph of calls. Sums that would not fit
-// stop at g_FarCount.
+// stop at g_FarCount (Counting.h).
 class CCallTree
 {
 public:
-    static constexpr std::int64_t g_FarCount = 1'000'000'000'000'000'000;
-
     explicit CCallTree(const CCodeGeneration& code) : m_Code(code) {}
 
     // Takes in all that the program reaches, and marks it as used: all but the program.

@@ -3,17 +3,18 @@
 #include "codegen/Label.h"
 
 #include <cstdint>
-#include <memory>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
+#include <utility>
 #include <vector>
 
 class CArrayOfArrayIndex;
 class CCallTree;
 class CErrorHandler;
+class CInitValue;
 class CMember;
 class CMemoryHandler;
 class CNode;
@@ -99,7 +100,12 @@ public:
     // The two generated functions, and the initial value of any variable (Initialization.cpp).
     void WriteGlobalInitialization();
     void WriteRetainInitialization();
-    void GenerateVariableInit(const CVariable* pVariable, std::string& text);   // uses m_Area
+    // Uses m_Area. A structure or array with more stores than anybody waits for ends the run before any is written: one
+    // line on standard error, exit status 1.
+    void GenerateVariableInit(const CVariable* pVariable, std::string& text);
+    // How many stores that would be for a structure or array: one for each scalar part that starts with another value
+    // than zero. Costs what the initial values are long, not what they stand for.
+    std::int64_t CountInitialStores(const CVariable* pVariable);
 
     // After the last source (StackAnalysis.cpp, DebugInformation.cpp).
     // Reads the target's stack settings, marks the POUs that are used, measures the programs and reports the stacks
@@ -249,7 +255,8 @@ private:
     void WriteInitialization(std::string_view name, std::string_view title, bool isRetain);
     std::vector<const CVariable*> GetVariablesToInitialize(bool isRetain) const;
     void GenerateStringInit(const CVariable* pVariable, std::string& text) const;
-    std::unordered_set<const CType*> m_SilentStructs;             // their defaults write nothing
+    // How many stores a value of a type's own makes, null being the defaults of the structure's members.
+    std::map<std::pair<const CTypeStruct*, const CInitValue*>, std::int64_t> m_StoreCounts;
 
     // StackAnalysis.cpp
     void ReadStackSettings();

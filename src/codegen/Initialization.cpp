@@ -6,7 +6,9 @@
 // structure's initialiser, members with their own default, and array elements. All four are wanted.
 
 #include "codegen/CodeGeneration.h"
+#include "codegen/Counting.h"
 
+#include "files/Format.h"
 #include "frontend/ErrorHandler.h"
 #include "model/ArrayIndex.h"
 #include "model/InitValue.h"
@@ -25,6 +27,9 @@
 namespace
 {
 
+// Above this nobody waits for a variable's code any more.
+constexpr std::int64_t g_MostStores = 1'000'000;
+
 // A structure or array whose parts are being walked. Structures can be declared one inside the other as deep
 // as a source is long, so the walk keeps its frames itself instead of recursing.
 struct InitFrame
@@ -34,9 +39,10 @@ struct InitFrame
     const CArrayOfArrayIndex* pIndex = nullptr;   // of an array, null if it has no bounds
     int level = 0;                                // of that index
     const CInitValue* pInit = nullptr;            // null: the defaults of the parts count
+    bool isOfType = false;                        // pInit belongs to a type, and stays as long: or it is null
     std::int64_t offset = 0;                      // bytes in the area
     std::size_t nameLength = 0;                   // how much of the walk's name belongs to this frame
-    std::size_t textLength = 0;                   // of the text when the frame was entered
+    std::int64_t stores = 0;                      // written for it so far
     std::int64_t next = 0;                        // the part that comes next
     int bit = 0;                                  // the running bit of a structure's scalars
 
@@ -46,30 +52,38 @@ struct InitFrame
     std::size_t nextEntry = 0;                    // of the initialiser
     const CInitValue* pElementInit = nullptr;     // of the elements up to runEnd
     std::int64_t runEnd = 0;
-    std::size_t textBeforeElement = 0;            // length of the text when the last element was entered
+    std::int64_t storesBeforeElement = 0;         // when the last element was entered
 };
 
-// Writes the stores of one structure or array variable.
+using StoreCounts = std::map<std::pair<const CTypeStruct*, const CInitValue*>, std::int64_t>;
+
+// Writes the stores of one structure or array variable, or only counts them. The two differ in how often parts
+// that are alike are looked at: the count takes the first for all.
 class CInitWalk
 {
 public:
-    CInitWalk(const CCodeGeneration& code, std::unordered_set<const CType*>& silentStructs, std::string& text)
-        : m_Code(code), m_SilentStructs(silentStructs), m_Text(text)
+    // Without a text it counts.
+    CInitWalk(const CCodeGeneration& code, StoreCounts& counts, std::string* pText)
+        : m_Code(code), m_Counts(counts), m_Text(pText)
     {
     }
 
-    void Run(const CVariable& variable);
+    std::int64_t Run(const CVariable& variable);   // the number of stores
 
 private:
     void Enter(const CType* pType, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
-               const CInitValue* pInit);
-    void EnterStruct(const CTypeStruct* pStruct, std::int64_t offset, const CInitValue* pInit);
+               const CInitValue* pInit, bool isOfType);
+    void EnterStruct(const CTypeStruct* pStruct, std::int64_t offset, const CInitValue* pInit, bool isOfType);
     void EnterArray(const CTypeArray* pArray, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
-                    const CInitValue* pInit);
+                    const CInitValue* pInit, bool isOfType);
+    void LeaveFrame();
+    void AddStores(std::int64_t count);
     void StepStruct();
     void StepArray();
     bool FitsItsSlot(const CMember& member) const;
     void WriteScalarMember(InitFrame& frame, const CMember& member, std::int64_t offset);
+    void PassOverAlikeElements(InitFrame& frame) const;
+    void CountScalarElements(const CInitArray& init, std::int64_t count);
     void WriteScalarElements(const CTypeArray& array, const CInitArray& init, std::int64_t offset, std::int64_t count,
                              std::int64_t stride);
     void WriteElement(const CType& type, std::string_view value, std::int64_t position, std::string_view bitText,
@@ -77,8 +91,9 @@ private:
     void AppendStore(const CType& type, std::int64_t offset, std::string_view bitText);
 
     const CCodeGeneration& m_Code;
-    std::unordered_set<const CType*>& m_SilentStructs;
-    std::string& m_Text;
+    StoreCounts& m_Counts;            // of values that belong to types; not owned
+    std::string* m_Text;              // not owned; null: the stores are only counted
+    std::int64_t m_Stores = 0;
     std::string m_Name;               // of the part being walked; a frame cuts it back to its own length
     std::vector<InitFrame> m_Frames;
 };
@@ -106,47 +121,73 @@ static std::string BitText(int bit)
     return "." + std::to_string(bit);
 }
 
-void CInitWalk::Run(const CVariable& variable)
+std::int64_t CInitWalk::Run(const CVariable& variable)
 {
     m_Name = variable.m_Name;
-    Enter(variable.m_Type, variable.m_Offset, variable.GetIndex(), 0, variable.m_InitValue.get());
+    Enter(variable.m_Type, variable.m_Offset, variable.GetIndex(), 0, variable.m_InitValue.get(), /*isOfType=*/false);
     while (!m_Frames.empty()) {
         if (m_Frames.back().pStruct) StepStruct();
         else StepArray();
     }
+    return m_Stores;
+}
+
+// To the part that is being walked; behind the last one to the variable.
+void CInitWalk::AddStores(std::int64_t count)
+{
+    std::int64_t& stores = m_Frames.empty() ? m_Stores : m_Frames.back().stores;
+    stores = AddCounts(stores, count);
+}
+
+void CInitWalk::LeaveFrame()
+{
+    const InitFrame& frame = m_Frames.back();
+    const std::int64_t stores = frame.stores;
+    if (frame.pStruct && frame.isOfType) m_Counts.insert_or_assign({frame.pStruct, frame.pInit}, stores);
+    m_Frames.pop_back();
+    AddStores(stores);
 }
 
 void CInitWalk::Enter(const CType* pType, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
-                      const CInitValue* pInit)
+                      const CInitValue* pInit, bool isOfType)
 {
-    if (const CTypeStruct* pStruct = pType->AsStruct()) EnterStruct(pStruct, offset, pInit);
-    else if (const CTypeArray* pArray = pType->AsArray()) EnterArray(pArray, offset, pIndex, level, pInit);
+    isOfType = isOfType || !pInit;
+    if (const CTypeStruct* pStruct = pType->AsStruct()) EnterStruct(pStruct, offset, pInit, isOfType);
+    else if (const CTypeArray* pArray = pType->AsArray()) EnterArray(pArray, offset, pIndex, level, pInit, isOfType);
 }
 
-void CInitWalk::EnterStruct(const CTypeStruct* pStruct, std::int64_t offset, const CInitValue* pInit)
+void CInitWalk::EnterStruct(const CTypeStruct* pStruct, std::int64_t offset, const CInitValue* pInit, bool isOfType)
 {
-    // A type whose defaults wrote nothing once never does: structures that hold each other many times over
-    // are walked once and not once for each place.
-    if (!pInit && m_SilentStructs.contains(pStruct)) return;
+    // What a type's own value makes it always makes: structures that hold each other many times over are counted
+    // once and not once for each place, and where they write nothing they aren't walked again.
+    const StoreCounts::const_iterator known = isOfType ? m_Counts.find({pStruct, pInit}) : m_Counts.end();
+    if (known != m_Counts.end() && (!m_Text || known->second == 0)) {
+        AddStores(known->second);
+        return;
+    }
     InitFrame frame;
     frame.pStruct = pStruct;
     frame.pInit = pInit;
+    frame.isOfType = isOfType;
     frame.offset = offset;
     frame.nameLength = m_Name.size();
-    frame.textLength = m_Text.size();
     m_Frames.push_back(frame);
 }
 
 void CInitWalk::EnterArray(const CTypeArray* pArray, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
-                           const CInitValue* pInit)
+                           const CInitValue* pInit, bool isOfType)
 {
     const CArrayIndex* pBounds = pIndex ? pIndex->GetLevel(level) : nullptr;
     const std::int64_t count = pBounds ? pBounds->GetProduct() : 1;
-    const std::int64_t stride = pBounds ? m_Code.GetElementStride(pArray, pIndex, level, -1) : 0;
     if (!pArray->m_Element) return;
+    const CInitArray* pValues = AsInitArray(pInit);
+    if (!IsAggregate(pArray->m_Element) && !m_Text) {
+        if (pValues) CountScalarElements(*pValues, count);
+        return;
+    }
+    const std::int64_t stride = pBounds ? m_Code.GetElementStride(pArray, pIndex, level, -1) : 0;
     if (!IsAggregate(pArray->m_Element)) {
         // Elements have no defaults here: without an initialiser nothing is written, whatever their number.
-        const CInitArray* pValues = AsInitArray(pInit);
         if (pValues) WriteScalarElements(*pArray, *pValues, offset, count, stride);
         return;
     }
@@ -155,6 +196,7 @@ void CInitWalk::EnterArray(const CTypeArray* pArray, std::int64_t offset, const 
     frame.pIndex = pIndex;
     frame.level = level;
     frame.pInit = pInit;
+    frame.isOfType = isOfType;
     frame.offset = offset;
     frame.nameLength = m_Name.size();
     frame.count = count;
@@ -175,8 +217,7 @@ void CInitWalk::StepStruct()
     InitFrame& frame = m_Frames.back();
     m_Name.resize(frame.nameLength);
     if (frame.next == static_cast<std::int64_t>(frame.pStruct->m_Members.size())) {
-        if (!frame.pInit && m_Text.size() == frame.textLength) m_SilentStructs.insert(frame.pStruct);
-        m_Frames.pop_back();
+        LeaveFrame();
         return;
     }
     const CMember& member = *frame.pStruct->m_Members[static_cast<std::size_t>(frame.next++)];
@@ -191,7 +232,8 @@ void CInitWalk::StepStruct()
     // Kept: the structure's initialiser doesn't reach an array member, which has its own value only.
     const CInitValue* pGiven = member.m_Type->IsStruct() ? FindMemberInit(frame.pInit, member) : nullptr;
     const CInitValue* pInit = pGiven ? pGiven : member.m_InitValue.get();
-    Enter(member.m_Type, offset, member.m_Index.get(), 0, pInit);   // may move the frames: `frame` ends here
+    const bool isOfType = pGiven ? frame.isOfType : true;
+    Enter(member.m_Type, offset, member.m_Index.get(), 0, pInit, isOfType);   // may move the frames: `frame` ends here
 }
 
 //	PUSH(INT)	5
@@ -212,18 +254,31 @@ void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::
     const CInitValue* pValue = frame.pInit ? FindMemberInit(frame.pInit, member) : member.m_InitValue.get();
     const std::string value = pValue ? pValue->GetText(false) : std::string();
     if (value.empty() || !FitsItsSlot(member)) return;
-    m_Text += "\tPUSH(" + type.m_Name + (frame.pInit ? ")\t" : ") \t") + value + "\n";
+    ++frame.stores;
+    if (!m_Text) return;
+    *m_Text += "\tPUSH(" + type.m_Name + (frame.pInit ? ")\t" : ") \t") + value + "\n";
     AppendStore(type, offset, bitText);
 }
 
 //	POP(BOOL) 	[global+4].3;s.b
 void CInitWalk::AppendStore(const CType& type, std::int64_t offset, std::string_view bitText)
 {
-    m_Text += "\tPOP(" + type.m_Name + ") \t[" + m_Code.m_Area + std::to_string(offset) + "]";
-    m_Text += bitText;
-    m_Text += ';';
-    m_Text += m_Name;
-    m_Text += '\n';
+    *m_Text += "\tPOP(" + type.m_Name + ") \t[" + m_Code.m_Area + std::to_string(offset) + "]";
+    *m_Text += bitText;
+    *m_Text += ';';
+    *m_Text += m_Name;
+    *m_Text += '\n';
+}
+
+// Elements of one value write alike: if the last one wrote nothing, the others of its run won't either. Where
+// stores are only counted, they are as many for each.
+void CInitWalk::PassOverAlikeElements(InitFrame& frame) const
+{
+    const std::int64_t ofEach = frame.stores - frame.storesBeforeElement;
+    const std::int64_t alike = std::min(frame.runEnd, frame.count) - frame.next;
+    if (alike <= 0 || (m_Text && ofEach > 0)) return;
+    frame.stores = AddCounts(frame.stores, MultiplyCounts(ofEach, alike));
+    frame.next += alike;
 }
 
 // One element that is a structure or an array itself.
@@ -231,10 +286,9 @@ void CInitWalk::StepArray()
 {
     InitFrame& frame = m_Frames.back();
     m_Name.resize(frame.nameLength);
-    // Elements of one value write alike: if the last one wrote nothing, the others of its run won't either.
-    if (frame.next > 0 && m_Text.size() == frame.textBeforeElement) frame.next = std::max(frame.next, frame.runEnd);
+    if (frame.next > 0) PassOverAlikeElements(frame);
     if (frame.next >= frame.count) {
-        m_Frames.pop_back();
+        LeaveFrame();
         return;
     }
     const CInitArray* pValues = AsInitArray(frame.pInit);
@@ -248,10 +302,24 @@ void CInitWalk::StepArray()
         frame.runEnd = frame.count;
     }
     const std::int64_t element = frame.next++;
-    frame.textBeforeElement = m_Text.size();
+    frame.storesBeforeElement = frame.stores;
     m_Name += "[" + std::to_string(element) + "]";
     Enter(frame.pArray->m_Element, frame.offset + element * frame.stride, frame.pIndex, frame.level + 1,
-          frame.pElementInit);   // may move the frames: `frame` ends here
+          frame.pElementInit, frame.isOfType);   // may move the frames: `frame` ends here
+}
+
+void CInitWalk::CountScalarElements(const CInitArray& init, std::int64_t count)
+{
+    std::int64_t runEnd = 0;
+    std::int64_t element = 0;
+    for (std::size_t entry = 0; entry < init.m_Elements.size() && element < count; ++entry) {
+        runEnd = runEnd + init.m_Repeats[entry];
+        const std::int64_t end = std::min(runEnd, count);
+        if (end <= element) continue;
+        const CInitValue* pValue = init.m_Elements[entry].get();
+        if (pValue && !pValue->GetText(false).empty()) AddStores(end - element);
+        element = end;
+    }
 }
 
 // Elements without a value need no look; of those with an empty text only the running bit counts. The position
@@ -292,9 +360,10 @@ void CInitWalk::WriteElement(const CType& type, std::string_view value, std::int
 {
     const std::size_t nameLength = m_Name.size();
     m_Name += "[" + std::to_string(element) + "]";
-    m_Text += "\tPUSH(" + type.m_Name + ") \t";
-    m_Text += value;
-    m_Text += '\n';
+    *m_Text += "\tPUSH(" + type.m_Name + ") \t";
+    *m_Text += value;
+    *m_Text += '\n';
+    AddStores(1);
     AppendStore(type, position, bitText);
     m_Name.resize(nameLength);
 }
@@ -318,6 +387,11 @@ void CCodeGeneration::GenerateStringInit(const CVariable* pVariable, std::string
     }
 }
 
+std::int64_t CCodeGeneration::CountInitialStores(const CVariable* pVariable)
+{
+    return CInitWalk(*this, m_StoreCounts, nullptr).Run(*pVariable);
+}
+
 void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::string& text)
 {
     const CType* pType = pVariable->m_Type;
@@ -327,7 +401,10 @@ void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::stri
     // others may look at it.
     if (m_MemoryHandler->IsSubstituted(pVariable) && pVariable->m_DirectAddress.empty()) return;
     if (pType->IsAggregate()) {
-        CInitWalk(*this, m_SilentStructs, text).Run(*pVariable);
+        if (CountInitialStores(pVariable) > g_MostStores)
+            EndGeneration(pVariable->m_Location, FormatText("more than %lld elements of ", static_cast<long long>(g_MostStores)) +
+                                                     pVariable->m_Name + " have an initial value to be written");
+        CInitWalk(*this, m_StoreCounts, &text).Run(*pVariable);
         return;
     }
     if (pType->IsString()) {

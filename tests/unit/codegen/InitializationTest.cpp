@@ -492,3 +492,125 @@ TEST_F(VariableInit, HugeArraysCostWhatTheyWrite)
     variable.m_Type = &structures;
     EXPECT_EQ(Generate(variable), "\tPUSH(INT)\t3\n\tPOP(INT) \t[global+4294967292];a[2147483646].x\n");
 }
+
+// ---- How many stores a variable takes.
+
+TEST(InitialStores, AreAsManyAsAreWritten)
+{
+    const std::string types = "TYPE pair : STRUCT a : INT := 1; b : INT; c : BOOL := TRUE; END_STRUCT; END_TYPE\n"
+                              "TYPE row : ARRAY[1..4] OF INT := [1, 0, 2(3)]; END_TYPE\n"
+                              "TYPE both : STRUCT p : pair; q : pair := (b := 7); r : row; s : ARRAY[0..2] OF pair; END_STRUCT; END_TYPE\n"
+                              "FUNCTION_BLOCK fb VAR_INPUT i : INT := 5; END_VAR VAR_IN_OUT io : INT; END_VAR VAR v : both; END_VAR\n"
+                              ";\nEND_FUNCTION_BLOCK\n";
+    const std::pair<const char*, int> variables[] = {
+        {"x : pair;", 2},                                        // a, c
+        {"x : pair := (b := 2);", 1},                            // b: the defaults don't come in
+        {"x : pair := (a := 0);", 0},
+        {"x : ARRAY[1..5] OF INT;", 0},
+        {"x : ARRAY[1..5] OF INT := [0, 3(8)];", 3},             // elements 2, 3, 4
+        {"x : ARRAY[1..5] OF INT := [9(8)];", 5},                // no more than there are
+        {"x : ARRAY[0..1, 1..3] OF BOOL := [FALSE, 5(TRUE)];", 5},
+        {"x : row;", 3},                                         // 1, 3, 3
+        {"x : ARRAY[1..5] OF pair;", 10},
+        {"x : ARRAY[1..5] OF pair := [2((a := 1, b := 2)), (b := 0)];", 8},   // 2 * 2, none, 2 * 2
+        {"x : both;", 12},                                       // p 2, q 1, r 3, s 6
+        {"x : both := (p := (a := 3), r := [1]);", 11},          // p 1: the list doesn't reach r
+        {"x : ARRAY[1..3] OF both;", 36},
+        {"x : fb;", 13},                                         // i, and those of v
+        {"x : ARRAY[1..2] OF fb;", 26},
+    };
+    for (const auto& [declaration, stores] : variables) {
+        CompileOptions options;
+        options.initialisation = true;
+        const CompiledText text = CompileText(types + "VAR_GLOBAL " + declaration + " END_VAR\n" + g_Program, options);
+        // Some declarations say that values are too many, or leave some out.
+        const CVariable* pVariable = text.pNorvane->m_GlobalSymbols.Find("x");
+        ASSERT_NE(pVariable, nullptr) << declaration << text.output;
+        EXPECT_EQ(text.pNorvane->m_Code.CountInitialStores(pVariable), stores) << declaration;
+        const std::string body = BodyOf(text.assembler, "__GlobalInitialization__");
+        int written = 0;
+        for (std::size_t found = body.find("\tPOP("); found != std::string::npos; found = body.find("\tPOP(", found + 1)) ++written;
+        EXPECT_EQ(written, stores) << declaration << body;
+    }
+}
+
+// Each type holds the one before it twice, with a list that names no member of it but the first: 2^60 places. What the
+// lists of types say is counted once for each type, whether it writes nothing or too much.
+TEST_F(VariableInit, ListsOfTypesAreCountedOnce)
+{
+    for (const std::int64_t value : {0, 1}) {
+        std::vector<std::unique_ptr<CTypeStruct>> types;
+        for (int i = 0; i < 60; ++i) {
+            types.push_back(std::make_unique<CTypeStruct>("t" + std::to_string(i)));
+            CType* pInner = i == 0 ? pInt : types[static_cast<std::size_t>(i) - 1].get();
+            for (const char* name : {"a", "b"}) {
+                auto pMember = MakeMember(name, pInner, 0);
+                if (i == 0) pMember->m_InitValue = std::make_unique<CInitValue>(value);
+                else pMember->m_InitValue = std::make_unique<CInitStruct>();
+                types.back()->AddMember(std::move(pMember));
+            }
+            if (i == 1) {
+                for (const auto& pMember : types.back()->m_Members)
+                    static_cast<CInitStruct&>(*pMember->m_InitValue)
+                        .Add("a", std::make_unique<CInitValue>(value), SourceLocation(), norvane.m_Errors);
+            }
+        }
+        CVariable variable;
+        variable.m_Name = "s";
+        variable.m_Type = types.back().get();
+        variable.m_Offset = 0;
+        // One store in each of the 2^59 places of the innermost type, if its value isn't zero.
+        EXPECT_EQ(norvane.m_Code.CountInitialStores(&variable), value == 0 ? 0 : std::int64_t{1} << 59);
+        if (value == 0) {
+            EXPECT_EQ(Generate(variable), "");
+        }
+    }
+}
+
+TEST_F(VariableInit, CountsThatFitNoNumberStop)
+{
+    CTypeStruct inner("inner");
+    inner.AddMember(MakeMember("x", pInt, 0));
+    inner.m_Members[0]->m_InitValue = std::make_unique<CInitValue>(std::int64_t{1});
+    CTypeArray array("inner[]", &inner);
+    CTypeArray arrays("inner[][]", &array);
+    CVariableArray variable;
+    variable.m_Name = "a";
+    variable.m_Offset = 0;
+    variable.m_Type = &arrays;
+    variable.m_Index = std::make_unique<CArrayOfArrayIndex>();
+    for (int level = 0; level < 2; ++level) {
+        auto pLevel = std::make_unique<CArrayIndex>();
+        pLevel->m_Dimensions = {CIndex(1, INT_MAX), CIndex(1, INT_MAX)};
+        variable.m_Index->Add(std::move(pLevel));
+    }
+    EXPECT_EQ(norvane.m_Code.CountInitialStores(&variable), 1'000'000'000'000'000'000);
+}
+
+TEST_F(VariableInit, AMillionStoresAreTheMost)
+{
+    CTypeArray numbers("INT[]", pInt);
+    numbers.m_Stride = 2;
+    CVariableArray variable;
+    variable.m_Name = "many";
+    variable.m_Offset = 0;
+    variable.m_Type = &numbers;
+    variable.m_Location = {7, 3, 7, 7, "a.st"};
+    variable.m_Index = std::make_unique<CArrayOfArrayIndex>();
+    variable.m_Index->Add(std::make_unique<CArrayIndex>());
+    variable.m_Index->GetFirst()->m_Dimensions.emplace_back(1, 2000000);
+    auto pInit = std::make_unique<CInitArray>();
+    pInit->Add(std::make_unique<CInitValue>(std::int64_t{0}), 500000);   // zeros write nothing
+    pInit->Add(std::make_unique<CInitValue>(std::int64_t{1}), 1000000);
+    CInitArray& values = *pInit;
+    variable.m_InitValue = std::move(pInit);
+
+    const std::string text = Generate(variable);
+    const std::string last = "\tPUSH(INT) \t1\n\tPOP(INT) \t[global+2999998];many[1499999]\n";
+    ASSERT_GT(text.size(), last.size());
+    EXPECT_EQ(text.substr(text.size() - last.size()), last);
+
+    values.m_Repeats[1] = 1000001;
+    EXPECT_EXIT(Generate(variable), testing::ExitedWithCode(1),
+                "^a\\.st\\(7,3\\) : error: more than 1000000 elements of many have an initial value to be written\n$");
+}
