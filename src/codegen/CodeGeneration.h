@@ -111,6 +111,8 @@ public:
     // Reads the target's stack settings, marks the POUs that are used, measures the programs and reports the stacks
     // that overflow. A call tree too large to be written ends the run: one line on standard error, exit status 1.
     void AnalyseStacks();
+    // Only that end, for a run that replaces a file before the stacks are analysed.
+    void RefuseLargeCallTree();
     // What one call of the POU takes from the return stack, in bytes.
     std::int64_t GetCallSize(const CPou& pou) const;
     void WriteCallTree(XmlStream& stream) const;  // all that is measured must have been
@@ -260,6 +262,8 @@ private:
 
     // StackAnalysis.cpp
     void ReadStackSettings();
+    void ReportStackSizes();
+    CCallTree MakeCallTree() const;
     void ReportOverflows(const CCallTree& tree, const CPou& program);
     std::vector<const CPou*> GetPrograms() const;
 

@@ -28,15 +28,19 @@ void CCodeGeneration::ReadStackSettings()
         m_ReturnStackAlign = pNode->GetAttributeInt("align", 1);
         m_NestedProgram = pNode->GetAttributeBool("nestedprogram", true);
         if (m_Norvane.m_ReturnStackSize > 0) m_ReturnStackBytes = m_Norvane.m_ReturnStackSize;
-        if (m_ReturnStackBytes > m_ReturnStackMaxSize) m_ErrorHandler->ErrReturnStackSize(m_ReturnStackMaxSize);
     }
     if (const CXmlNode* pNode = target.FindChild("COMPILER\\TARGET\\VM\\PARAMETERSTACK")) {
         m_ParameterStackMaxSize = pNode->GetAttributeInt("maxsize", 2048);
         m_ParameterStackBytes = pNode->GetAttributeInt("size", 256);
         if (m_Norvane.m_ParameterStackSize > 0) m_ParameterStackBytes = m_Norvane.m_ParameterStackSize;
-        if (m_ParameterStackBytes > m_ParameterStackMaxSize)
-            m_ErrorHandler->ErrParameterStackSize(m_ParameterStackMaxSize);
     }
+}
+
+// Without the target's nodes the sizes fit: nothing changes the initial values then.
+void CCodeGeneration::ReportStackSizes()
+{
+    if (m_ReturnStackBytes > m_ReturnStackMaxSize) m_ErrorHandler->ErrReturnStackSize(m_ReturnStackMaxSize);
+    if (m_ParameterStackBytes > m_ParameterStackMaxSize) m_ErrorHandler->ErrParameterStackSize(m_ParameterStackMaxSize);
 }
 
 // What one call of the POU takes from the return stack: the overload comes on top of the rounded locals.
@@ -72,18 +76,30 @@ std::vector<const CPou*> CCodeGeneration::GetPrograms() const
     return programs;
 }
 
+CCallTree CCodeGeneration::MakeCallTree() const
+{
+    CCallTree tree(*this);
+    for (const CPou* pProgram : GetPrograms()) tree.Add(*pProgram);
+    const std::string excess = tree.DescribeExcess();
+    if (!excess.empty()) EndProgram(1, excess);
+    return tree;
+}
+
+void CCodeGeneration::RefuseLargeCallTree()
+{
+    ReadStackSettings();
+    MakeCallTree();
+}
+
 void CCodeGeneration::AnalyseStacks()
 {
     ReadStackSettings();
-    const std::vector<const CPou*> programs = GetPrograms();
-    CCallTree tree(*this);
-    for (const CPou* pProgram : programs) tree.Add(*pProgram);
-    const std::string excess = tree.DescribeExcess();
-    if (!excess.empty()) EndProgram(1, excess);
+    ReportStackSizes();
+    const CCallTree tree = MakeCallTree();
 
     m_MaxNestedDepth = 0;
     m_MaxDepth = 0;
-    for (const CPou* pProgram : programs) {
+    for (const CPou* pProgram : GetPrograms()) {
         ReportOverflows(tree, *pProgram);
         m_CurrentDepth = tree.GetDeepest(*pProgram);
         m_MaxNestedDepth += m_CurrentDepth;

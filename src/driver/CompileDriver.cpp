@@ -318,6 +318,7 @@ void CCompileDriver::GenerateClosingBlocks()
 {
     if (!m_Norvane.m_LibraryFile.empty()) {
         if (IsOutputRefused()) return;
+        m_Norvane.m_Code.RefuseLargeCallTree();   // which would come too late for the library
         if (!m_Norvane.StoreLibrary(m_LibraryText)) {
             PrintFailure(m_Norvane.m_LibraryFile + ": the library can't be written");
             m_ExitStatus = 1;
