@@ -125,6 +125,7 @@ void CNorvane::AddMembers(CNode* pList, CType* pType, const CInitValue* pInit)
     if (pType->IsAny()) m_Errors.ErrAnyNotAllowed(pList->location);
     if (!m_StructInProgress) return;
     const CTypeArrayUser* pUser = pType->AsArrayUser();
+    const bool isArray = m_ArrayPending;
     for (const CNode* pName : pList->m_Children) {
         if (m_StructInProgress->FindMember(pName->szName))
             m_Errors.ErrMemberDeclared(pName->szName, pName->location);
@@ -134,6 +135,8 @@ void CNorvane::AddMembers(CNode* pList, CType* pType, const CInitValue* pInit)
         if (m_ArrayPending) {
             pMember->m_Index = std::move(m_PendingIndex);
             m_ArrayPending = false;
+        } else if (isArray) {
+            m_Notes.Add(Note::OnlyFirstIsArray, pName->location, pName->szName);
         }
         if (pUser) {
             pMember->m_Index = CloneOrNull(pUser->m_Index.get());

@@ -13,6 +13,7 @@
 // A function without variable blocks leaves the list as it finds it; the next POU begins with an empty one.
 void CNorvane::BeginPou(int kind)
 {
+    m_Notes.EndPou(nullptr);   // what types and global variables have drawn since the last POU is of none
     m_PouKind = kind;
     if (kind == FUNCTION || kind == FUNCTION_BLOCK) m_Parameters.clear();
 }
