@@ -215,6 +215,8 @@ void CNorvane::PlaceAtAddress(CVariable& variable, const CNode* pName)
     if (variable.IsHeldByPointer()) m_Errors.ErrDirectAsFormal(pName->location);
     variable.m_DirectAddress = pName->szDirect.Get();
     m_Memory.SetDirectAddress(&variable, pName->location, /*checkAlignment=*/true);
+    // Inside the block a variable is a member of the instance, which lies somewhere else.
+    if (m_PouKind == FUNCTION_BLOCK) m_Notes.Add(Note::AddressIgnored, pName->location, variable.m_Name);
 }
 
 // The value is kept in any case.
