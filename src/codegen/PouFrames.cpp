@@ -262,6 +262,8 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     WriteTabLine("POP" + pointer + "[local+0]\t;FB_INSTANCE\n");
     const int memberCount = static_cast<int>(pStruct->m_Members.size());
     for (int k = 0; k < memberCount; ++k) WriteMemberSlot(pStruct, k);
+    if (memberCount == 1 && !IsUnusedMember(pStruct->m_Members.front().get()))
+        m_Norvane.m_Notes.Add(Note::SingleMember, pNode->Child(0)->location, pPou->m_Name);
     // Kept: dropped in every case, also where a single member has taken the last copy already.
     WriteTabLine("POP" + pointer + "\n");
 
