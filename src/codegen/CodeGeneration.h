@@ -245,6 +245,7 @@ private:
     void WriteProgramFrame(CNode* pNode);
     void WriteBody(const CNode* pNode);
     void WriteMemberSlot(const CTypeStructFB* pStruct, int position);
+    bool DoSlotsFit(const CTypeStructFB* pStruct, std::int32_t localBytes) const;
     void WriteReturnLabel();
     void WriteInitializationCalls(const CProgram* pProgram);
     bool IsUnusedMember(const CMember* pMember) const;

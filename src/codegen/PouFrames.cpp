@@ -237,6 +237,18 @@ void CCodeGeneration::WriteMemberSlot(const CTypeStructFB* pStruct, int position
     WriteTabLine("POP" + pointer + "[local+" + slot + "]\t;" + pMember->m_Name + "\n");
 }
 
+// Whether the slots that are filled and read lie in the block's local memory.
+bool CCodeGeneration::DoSlotsFit(const CTypeStructFB* pStruct, std::int32_t localBytes) const
+{
+    constexpr int bitsInByte = 8;
+    const std::int64_t pointerBytes = m_PointerType->m_SizeBits / bitsInByte;
+    if (m_PointerType->m_Align >= pointerBytes) return true;
+    std::size_t used = pStruct->m_Members.size();   // up to the last member that has a slot
+    while (used > 0 && IsUnusedMember(pStruct->m_Members[used - 1].get())) --used;
+    const std::int64_t lastSlot = static_cast<std::int64_t>(used) * m_MemoryHandler->GetPointerSlotSize();
+    return lastSlot + pointerBytes <= localBytes;
+}
+
 void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
 {
     CPou* pPou = m_CurrentPou;
@@ -262,6 +274,8 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     WriteTabLine("POP" + pointer + "[local+0]\t;FB_INSTANCE\n");
     const int memberCount = static_cast<int>(pStruct->m_Members.size());
     for (int k = 0; k < memberCount; ++k) WriteMemberSlot(pStruct, k);
+    if (!DoSlotsFit(pStruct, pPou->m_LocalSize))
+        m_Norvane.m_Notes.AddInTarget(Note::PointerAlignment, m_PointerType->m_Name);
     if (memberCount == 1 && !IsUnusedMember(pStruct->m_Members.front().get()))
         m_Norvane.m_Notes.Add(Note::SingleMember, pNode->Child(0)->location, pPou->m_Name);
     // Kept: dropped in every case, also where a single member has taken the last copy already.

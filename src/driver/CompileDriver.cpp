@@ -92,6 +92,7 @@ bool CCompileDriver::HasCountingSource() const
 // The order matters: each of these tables is made from the ones before it.
 bool CCompileDriver::LoadTarget()
 {
+    m_Norvane.m_Notes.m_TargetFile = g_TargetFile;
     m_Norvane.m_Target.Load(m_TargetFile);   // what could be read of a broken document may be all that it takes
     m_TargetFile.Close();
     const std::string missing = FindMissingTargetNode(m_Norvane.m_Target);

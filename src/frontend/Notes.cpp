@@ -8,6 +8,7 @@
 #include <span>
 #include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 
 std::string_view CNotes::GetText(Note note)
 {
@@ -72,6 +73,7 @@ std::string CNotes::GetPrintedLines(const std::vector<std::string>& sourceFiles)
     std::stable_sort(lines.begin(), lines.end(), [](const Line& a, const Line& b) { return a.key < b.key; });
 
     std::string text;
+    std::unordered_set<std::string> withoutPlace;   // those that are printed already
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const Entry& entry = *lines[i].pEntry;
         const bool hasPlace = entry.line > 0;
@@ -79,6 +81,7 @@ std::string CNotes::GetPrintedLines(const std::vector<std::string>& sourceFiles)
         std::string line = entry.file + (hasPlace ? "(%d,%d)" : "");
         line += " : note N" + std::to_string(static_cast<int>(entry.note)) + ": ";
         line += FillSubject(GetText(entry.note), entry.subject) + "\n";
+        if (!hasPlace && !withoutPlace.insert(line).second) continue;
         const std::int32_t place[] = {entry.line, entry.column};
         text += ExpandMarks(line, std::span(place, hasPlace ? 2 : 0));
     }

@@ -22,7 +22,7 @@ enum class Note
 //
 // They are drawn while a POU is parsed and generated, and belong to it: those of a POU that ends up as a comment
 // are not printed. Those drawn between POUs (global variables, types, what follows the last source) belong to none
-// and always count. One place draws the same note once.
+// and always count. One place draws the same note once; without a place, a file does for each subject.
 class CNotes
 {
 public:
@@ -30,6 +30,8 @@ public:
     void Add(Note note, const SourceLocation& where, std::string_view subject = {});
     // In a file that is no source: a line and a column from 1, or 0 for none.
     void AddInFile(Note note, std::string_view file, int line, int column, std::string_view subject = {});
+    // About the target description, without a place in it.
+    void AddInTarget(Note note, std::string_view subject = {}) { AddInFile(note, m_TargetFile, 0, 0, subject); }
 
     // What was drawn since the last call belongs to this POU; null: to none.
     void EndPou(const CPou* pPou);
@@ -40,6 +42,8 @@ public:
     std::string GetPrintedLines(const std::vector<std::string>& sourceFiles) const;
 
     static std::string_view GetText(Note note);
+
+    std::string m_TargetFile;   // name of the target description as the user gave it
 
 private:
     struct Entry

@@ -80,6 +80,23 @@ TEST(NotesTest, NamesAreExpandedAsInDiagnostics)
               "a%b.st(2,1)" + exitText + "a3b.st(4,%d)" + exitText);
 }
 
+TEST(NotesTest, AboutTheTargetAreDrawnOnceForEachSubject)
+{
+    CFunction unused("unused", {});
+    CNotes notes;
+    notes.m_TargetFile = "t.xml";
+    notes.AddInTarget(Note::ProgramInCapitals, "Never");
+    notes.EndPou(&unused);
+    notes.AddInTarget(Note::ProgramInCapitals, "One");
+    notes.AddInTarget(Note::ProgramInCapitals, "Two");
+    notes.AddInTarget(Note::ProgramInCapitals, "One");
+    const auto line = [](const std::string& name) {
+        return "t.xml : note N14: program " + name +
+               " has capitals in its name: the sources' program of this name is not found by it\n";
+    };
+    EXPECT_EQ(notes.GetPrintedLines(g_Files), line("One") + line("Two"));
+}
+
 TEST(NotesTest, EveryNoteHasATextAndANumberOfItsOwn)
 {
     EXPECT_EQ(static_cast<int>(Note::ValueWithoutType), 1);
