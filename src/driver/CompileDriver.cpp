@@ -326,7 +326,8 @@ void CCompileDriver::GenerateClosingBlocks()
         }
         return;
     }
-    m_Norvane.m_Pous.AddAutomaticPrograms();
+    for (const std::string& name : m_Norvane.m_Pous.AddAutomaticPrograms())
+        m_Norvane.m_Notes.AddInTarget(Note::ProgramInCapitals, name);
     m_Norvane.m_Code.WriteAutomaticPrograms();
     m_Norvane.m_Code.WriteGlobalInitialization();
     m_Norvane.m_Code.WriteRetainInitialization();

@@ -151,21 +151,27 @@ CPou* CPouTable::FindPouExact(std::string_view name) const
 
 // Kept: the name is looked up as the target spells it, so one with capitals never counts as declared: it is
 // reported as missing, or made and then refused as a duplicate.
-void CPouTable::AddAutomaticPrograms()
+std::vector<std::string> CPouTable::AddAutomaticPrograms()
 {
+    std::vector<std::string> missed;
     constexpr SourceLocation nowhere{-1, -1, -1, -1, "automatic declaration"};
     CXmlNode* pNode = m_Target.m_Root.FindFirstChild(g_ProgramPath);
     for (; pNode; pNode = m_Target.m_Root.FindNextChild()) {
         std::string name;
         pNode->GetAttribute(name, "name");
         if (FindPouExact(name)) continue;
-        if (pNode->GetAttributeBool("required")) {
+        const bool isRequired = pNode->GetAttributeBool("required");
+        const bool isAuto = pNode->GetAttributeBool("auto");
+        const bool hasCapitals = name != ToLowerCase(name);
+        if (hasCapitals && (isRequired || (isAuto && FindPou(name)))) missed.push_back(name);
+        if (isRequired) {
             m_Errors.ErrProgramRequired(name);
             continue;
         }
-        if (!pNode->GetAttributeBool("auto")) continue;
+        if (!isAuto) continue;
         auto pProgram = std::make_unique<CProgram>(std::move(name), nowhere);
         pProgram->m_Automatic = true;
         AddPou(std::move(pProgram));
     }
+    return missed;
 }

@@ -29,7 +29,8 @@ public:
     CPou* FindPou(std::string_view name) const;                     // in any case; null if there is none
     CPou* FindPouExact(std::string_view name) const;                // the same for a name that is lower-cased already
     // Makes the programs that the target wants made; reports the required ones that no source has declared.
-    void AddAutomaticPrograms();
+    // Gives the names that this goes wrong with because they have capitals.
+    std::vector<std::string> AddAutomaticPrograms();
 
     // The function that a call means: by name, and for an overload set by the types of the actual
     // parameters. pParameters may be null. A program is returned as it is; null after a diagnostic, or

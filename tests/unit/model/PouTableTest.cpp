@@ -313,7 +313,7 @@ TEST_F(PouTableTest, AutomaticProgramWithCapitalsIsADuplicateOfADeclaredOne)
 {
     LoadPrograms("<PROGRAM name=\"Main\" auto=\"1\"/>");
     m_Table.AddPou(Make<CProgram>("Main"));
-    m_Table.AddAutomaticPrograms();
+    EXPECT_EQ(std::vector<std::string>{"Main"}, m_Table.AddAutomaticPrograms());
     EXPECT_EQ(1, m_Errors.GetErrorCount());
     EXPECT_NE(std::string::npos, LastError().find("Main already declared")) << LastError();
     EXPECT_EQ(1u, m_Table.GetPous().size());
@@ -323,7 +323,7 @@ TEST_F(PouTableTest, RequiredProgramWithCapitalsCountsAsMissing)
 {
     LoadPrograms("<PROGRAM name=\"Main\" required=\"1\"/>");
     m_Table.AddPou(Make<CProgram>("Main"));
-    m_Table.AddAutomaticPrograms();
+    EXPECT_EQ(std::vector<std::string>{"Main"}, m_Table.AddAutomaticPrograms());
     EXPECT_EQ(1, m_Errors.GetErrorCount());
     EXPECT_NE(std::string::npos, LastError().find("Program 'Main' required")) << LastError();
 }
