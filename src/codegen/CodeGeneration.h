@@ -100,6 +100,7 @@ public:
     // The two generated functions, and the initial value of any variable (Initialization.cpp).
     void WriteGlobalInitialization();
     void WriteRetainInitialization();
+    void NoteRetainedGlobals() const;             // when all have their places
     // Uses m_Area. A structure or array with more stores than anybody waits for ends the run before any is written: one
     // line on standard error, exit status 1.
     void GenerateVariableInit(const CVariable* pVariable, std::string& text);

@@ -17,6 +17,7 @@
 #include "model/TypeArray.h"
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
+#include "semantics/Norvane.h"
 #include "target/MemoryHandler.h"
 
 #include <algorithm>
@@ -475,4 +476,16 @@ void CCodeGeneration::WriteGlobalInitialization()
 void CCodeGeneration::WriteRetainInitialization()
 {
     WriteInitialization("__RetainInitialization__", "Retain", /*isRetain=*/true);
+}
+
+// Their offsets come from the global area, and their instructions name the retain area: there they lie over the
+// retained variables of POUs, and nobody has looked whether they fit.
+void CCodeGeneration::NoteRetainedGlobals() const
+{
+    if (!m_MemoryHandler->IsPacking()) return;
+    for (const CVariable* pVariable : m_MemoryHandler->m_GlobalVariables) {
+        const bool hasPlace = pVariable->m_Size != -1 && !m_MemoryHandler->IsSubstituted(pVariable);
+        if (!pVariable->m_IsRetain || !hasPlace || !pVariable->m_DirectAddress.empty()) continue;
+        m_Norvane.m_Notes.Add(Note::RetainInGlobal, pVariable->m_Location, pVariable->m_Name);
+    }
 }

@@ -364,17 +364,23 @@ void CCompileDriver::WriteOutputs()
     m_ExitStatus = isDebugWritten && isTextWritten ? m_ExitStatus : 1;
     // Behind the replacement nothing may fail any more, so all that is told then is made now.
     m_Summary = FormatSummary();
-    const std::string notes = m_Norvane.m_Notes.GetPrintedLines(m_Norvane.m_SourceFiles);
+    const std::string notes = CollectNotes();
     if (!isDebugWritten || !isTextWritten) return;
 
     const OutputPair::Outcome outcome = outputs.Replace();
     if (outcome == OutputPair::Outcome::Replaced) {
-        // Where the outputs stand, the user is told what in them does something else than its source says.
         PrintToStandardError(notes);
         return;
     }
     PrintFailure(outcome == OutputPair::Outcome::DebugFailed ? debugFailure : textFailure);
     m_ExitStatus = 1;
+}
+
+// Where the outputs stand, the user is told what in them does something else than its source says.
+std::string CCompileDriver::CollectNotes()
+{
+    m_Norvane.m_Code.NoteRetainedGlobals();
+    return m_Norvane.m_Notes.GetPrintedLines(m_Norvane.m_SourceFiles);
 }
 
 std::string CCompileDriver::FormatSummary() const

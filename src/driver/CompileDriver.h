@@ -41,6 +41,7 @@ private:
     std::string FindTemporaryPlace() const;
     void FinishOutput();
     void WriteOutputs();
+    std::string CollectNotes();
     void GenerateClosingBlocks();
     std::string FormatSummary() const;
 

@@ -59,6 +59,8 @@ public:
     // substitution on, a CONSTANT that is no array variable and has no structure type. A parameter never is:
     // its value comes from the caller.
     bool IsSubstituted(const CVariable* pVariable) const;
+    // -o1: BOOLs are packed. The retain globals are counted with the plain ones then.
+    bool IsPacking() const { return m_OptimiseMemory && !m_CompatibleLayout; }
     // Bytes of a pointer slot: the pointer type's alignment added to itself until it holds its size.
     std::int32_t GetPointerSlotSize() const;
 
@@ -78,8 +80,6 @@ public:
     std::vector<CVariable*> m_GlobalVariables;              // not owned: of the whole run
 
 private:
-    bool IsPacking() const { return m_OptimiseMemory && !m_CompatibleLayout; }
-
     // What the rules of placement ask of a type, which may be null or an alias (Layout.cpp).
     CType* BaseOf(CType* pType) const;
     const CType* BaseOf(const CType* pType) const { return BaseOf(const_cast<CType*>(pType)); }
