@@ -252,6 +252,7 @@ private:
     bool IsUnusedMember(const CMember* pMember) const;
     void GenerateLocalList(std::string& text, std::int32_t& sizeBytes);
     void GenerateInputParameters(const CPou* pPou, std::string& text);
+    void NoteRetainedValue(const CVariable* pVariable);
     void GenerateLocalInitialization(std::string& text);
     void GenerateReturnValue(const CPou* pPou, std::string& text);
 

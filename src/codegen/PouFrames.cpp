@@ -96,13 +96,25 @@ void CCodeGeneration::GenerateInputParameters(const CPou* pPou, std::string& tex
     }
 }
 
+// The retained variables of a POU are left to the function for initial values, which finds only the globals.
+void CCodeGeneration::NoteRetainedValue(const CVariable* pVariable)
+{
+    std::string lostText;
+    GenerateVariableInit(pVariable, lostText);
+    if (!lostText.empty()) m_Norvane.m_Notes.Add(Note::RetainedValue, pVariable->m_Location, pVariable->m_Name);
+}
+
 void CCodeGeneration::GenerateLocalInitialization(std::string& text)
 {
     text += "\t;Local variable initialization\n";
     for (const CVariable* pVariable : m_MemoryHandler->m_LocalVariables) {
-        if (pVariable->IsParameter() || pVariable->m_IsRetain) continue;
+        if (pVariable->IsParameter()) continue;
         // A constant that its uses replace has no place; a store to offset -1 would spoil its neighbour.
         if (pVariable->m_Size == -1) continue;
+        if (pVariable->m_IsRetain) {
+            NoteRetainedValue(pVariable);
+            continue;
+        }
         m_Area = GetAreaPrefix(pVariable);
         GenerateVariableInit(pVariable, text);
     }
