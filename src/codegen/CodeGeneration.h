@@ -233,6 +233,7 @@ private:
     void GenerateOutputFromMemory(const FbParameter& parameter, std::string& text);
     void GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, std::string& text);
     void GenerateFbOutput(const FbCall& call, const FbParameter& parameter, std::string& text);
+    void NoteInstance(const FbCall& call);
     void GenerateFbCall(const CNode* pNode, std::string& text);
 
     // PouFrames.cpp

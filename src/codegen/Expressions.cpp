@@ -286,6 +286,9 @@ void CCodeGeneration::GenerateOperation(const CNode* pNode, std::string& text)
         GeneratePower(pNode, text);
         return;
     }
+    // The value of a structure or array is its address here as everywhere.
+    if (IsComparison(pNode->nKind) && IsAggregate(GetNodeType(pNode->Child(0))))
+        m_Norvane.m_Notes.Add(Note::AddressesCompared, pNode->location);
     text += GetOperatorMnemonic(pNode->nKind);
     text += GetNodeSuffix(pNode->Child(0));
     // Kept: without jumps AND and OR close their line themselves, so an empty line follows.

@@ -11,6 +11,7 @@
 #include "model/Type.h"
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
+#include "semantics/Norvane.h"
 #include "semantics/Wrapping.h"
 
 // How the members of the called instance are reached.
@@ -231,10 +232,23 @@ void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& pa
     }
 }
 
+// A plain local or global place is all that the call knows; a member of the calling block has a slot instead.
+static bool LiesElsewhere(const CVariable* pInstance)
+{
+    return pInstance->m_IsRetain || !pInstance->m_DirectAddress.empty();
+}
+
+void CCodeGeneration::NoteInstance(const FbCall& call)
+{
+    if (call.place != InstancePlace::BodyMember && LiesElsewhere(call.pInstance))
+        m_Norvane.m_Notes.Add(Note::InstanceElsewhere, call.pNode->location, call.pInstance->m_Name);
+}
+
 // Inputs in order, the call, outputs in order. An input that is left out keeps its value in the instance.
 void CCodeGeneration::GenerateFbCall(const CNode* pNode, std::string& text)
 {
     const FbCall call = DescribeFbCall(pNode);
+    NoteInstance(call);
     const int count = call.pParameters ? call.pParameters->GetChildCount() : 0;
     for (int i = 0; i < count; ++i) {
         const CNode* pParameter = call.pParameters->Child(i);
