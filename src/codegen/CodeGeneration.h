@@ -214,7 +214,17 @@ private:
     void GenerateForWithVariableStep(const ForLoop& loop, std::string& text);
     std::vector<CaseArm> BuildCaseArms(const CNode* pPairs);
     void GenerateCase(const CNode* pNode, std::string& text);
+    struct ExitTarget
+    {
+        int label;                                                // number of the label behind it
+        bool isCase;
+        bool isInLoop;
+    };
+    void EnterExitTarget(bool isCase);
+    void LeaveExitTarget();
+    void NoteExit(const CNode* pNode, const std::string& label);
     bool GenerateExit(const CNode* pNode, std::string& text);     // false: without the last line end
+    std::vector<ExitTarget> m_ExitTargets;                        // loops and CASEs being generated, outermost first
     std::size_t m_FilesNumbered = 0;                              // sources that are in m_FileNumbers already
     std::string m_LastFileName;                                   // answered last by GetFileNumber
     int m_LastFileNumber = 0;

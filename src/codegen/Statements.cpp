@@ -235,6 +235,22 @@ void CCodeGeneration::GenerateElse(const CNode* pList, const std::string& elseLa
     if (isBehindElsif || !endLabel.empty()) text += "\t" + endLabel + ":";
 }
 
+// ---- What an EXIT leaves
+
+// The label drawn last is that of the loop's or CASE's end.
+void CCodeGeneration::EnterExitTarget(bool isCase)
+{
+    m_Label.PushExitLabel();
+    const bool isInLoop = !m_ExitTargets.empty() && (m_ExitTargets.back().isInLoop || !m_ExitTargets.back().isCase);
+    m_ExitTargets.push_back({m_Label.m_Counter, isCase, isInLoop});
+}
+
+void CCodeGeneration::LeaveExitTarget()
+{
+    m_ExitTargets.pop_back();
+    m_Label.PopExitLabel();
+}
+
 // ---- WHILE and REPEAT
 
 //	;while
@@ -253,14 +269,14 @@ void CCodeGeneration::GenerateWhile(const CNode* pNode, std::string& text)
     text += "\t;while\n";
     const std::string loopLabel = m_Label.NewLabel();
     const std::string exitLabel = m_Label.NewLabel();
-    m_Label.PushExitLabel();
+    EnterExitTarget(/*isCase=*/false);
     text += "\t" + loopLabel + ":\n";
     GenerateNode(pCondition, text);
     text += "\tJNC " + exitLabel + "\n";
     GenerateStatementList(pNode->Child(1), text);
     text += "\tJMP " + loopLabel + "\n";
     text += "\t" + exitLabel + ":\n";
-    m_Label.PopExitLabel();
+    LeaveExitTarget();
 }
 
 //	;repeat
@@ -276,12 +292,12 @@ void CCodeGeneration::GenerateRepeat(const CNode* pNode, std::string& text)
     const std::string loopLabel = m_Label.NewLabel();
     text += "\t" + loopLabel + ":\n";
     const std::string exitLabel = m_Label.NewLabel();
-    m_Label.PushExitLabel();
+    EnterExitTarget(/*isCase=*/false);
     GenerateStatementList(pNode->Child(0), text);
     GenerateNode(pNode->Child(1), text);
     text += "\tJNC " + loopLabel + "\n";
     text += "\t" + exitLabel + ":\n";
-    m_Label.PopExitLabel();
+    LeaveExitTarget();
 }
 
 // ---- FOR
@@ -318,7 +334,7 @@ bool CCodeGeneration::GenerateFor(const CNode* pNode, std::string& text)
     text += "\t;for\n";
     loop.loopLabel = m_Label.NewLabel();
     loop.exitLabel = m_Label.NewLabel();
-    m_Label.PushExitLabel();
+    EnterExitTarget(/*isCase=*/false);
     GenerateNode(loop.pAssignment, text);
     text += "\t" + loop.loopLabel + ":\n";
 
@@ -332,6 +348,7 @@ bool CCodeGeneration::GenerateFor(const CNode* pNode, std::string& text)
     const bool isPassed = areBoundsKnown && ((from < to && loop.step < 0) || (from > to && loop.step > 0));
     if (isStepKnown && (loop.step == 0 || isPassed)) {
         m_ErrorHandler->WarnForNeverRuns(loop.pBody->location);
+        m_ExitTargets.pop_back();   // the label's stack keeps its entry
         return false;
     }
     if (!loop.pVariable->IsVariableAccess()) GenerateStatementList(loop.pBody, text);   // the assignment has told why
@@ -339,7 +356,7 @@ bool CCodeGeneration::GenerateFor(const CNode* pNode, std::string& text)
     else if (areBoundsKnown) GenerateForTestedBelow(loop, text);
     else GenerateForTestedAbove(loop, text);
     text += "\t" + loop.exitLabel + ":\n";
-    m_Label.PopExitLabel();
+    LeaveExitTarget();
     return true;
 }
 
@@ -489,7 +506,7 @@ void CCodeGeneration::GenerateCase(const CNode* pNode, std::string& text)
     const CNode* pPairs = pNode->Child(1);
     text += "\t;case\n";
     const std::string endLabel = m_Label.NewLabel();
-    m_Label.PushExitLabel();   // an EXIT in a CASE leaves the CASE
+    EnterExitTarget(/*isCase=*/true);   // an EXIT in a CASE leaves the CASE
     const std::vector<CaseArm> arms = BuildCaseArms(pPairs);
 
     GenerateNode(pSelector, text);
@@ -507,10 +524,20 @@ void CCodeGeneration::GenerateCase(const CNode* pNode, std::string& text)
         text += arm.code;
     }
     text += "\t" + endLabel + ":\n";
-    m_Label.PopExitLabel();
+    LeaveExitTarget();
 }
 
 // ---- EXIT
+
+// A loop that never runs leaves its label on the stack, where later EXITs find it in the place of their own.
+void CCodeGeneration::NoteExit(const CNode* pNode, const std::string& label)
+{
+    const bool hasTarget = !m_ExitTargets.empty();
+    if (!hasTarget || label != CLabel::FormatLabel(m_ExitTargets.back().label))
+        m_Norvane.m_Notes.Add(Note::ForeignExit, pNode->location);
+    else if (m_ExitTargets.back().isCase && m_ExitTargets.back().isInLoop)
+        m_Norvane.m_Notes.Add(Note::ExitOfCase, pNode->location);
+}
 
 // The line is closed here already, so an empty one follows. False behind the diagnostic: then not even the
 // line end is written.
@@ -521,6 +548,7 @@ bool CCodeGeneration::GenerateExit(const CNode* pNode, std::string& text)
         m_ErrorHandler->ErrExitOutOfLoop(pNode->location);
         return false;
     }
+    NoteExit(pNode, label);
     text += "\tJMP " + label + "\n";
     return true;
 }
