@@ -80,8 +80,9 @@ public:
     static bool IsFalseLiteral(const CNode* pNode);   // FALSE or 0
     static bool IsTrueLiteral(const CNode* pNode);    // TRUE or 1
 
-    // Variables (VariableAccess.cpp). The text ends without a line end.
-    void GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text);
+    // Variables (VariableAccess.cpp). The text ends without a line end. True if the place is computed on the stack and
+    // what lies there is pushed or popped, an address never.
+    bool GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text);
     void GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, std::string& text);   // of the current block
     // Distance between elements: bytes, or bits if the elements are BOOL. Dimension -1: of a whole element.
     std::int64_t GetElementStride(const CType* pArrayType, const CArrayOfArrayIndex* pIndex, int level,
@@ -185,9 +186,10 @@ private:
     void EnterElement(const CNode* pStep, AccessPath& path);
     AccessPath WalkPath(const CNode* pNode);
     void ReportNoVariable(const CNode* pNode);
-    void GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
-    void GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
+    bool GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
+    bool GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
     void GenerateRuntimeBase(const AccessPath& path, const std::string& area, std::string& text);
+    static bool MissesElements(const RuntimeSubscript& subscript, int dimension);
     void GenerateRuntimeSubscripts(const AccessPath& path, std::string& text);
     std::int64_t GetStructSize(const CType* pType);
 
@@ -195,7 +197,7 @@ private:
     struct ForLoop;
     struct CaseArm;
     int GetFileNumber(const SourceLocation& location);
-    void GenerateAccessLine(const CNode* pNode, AccessMode mode, std::string& text);
+    bool GenerateAccessLine(const CNode* pNode, AccessMode mode, std::string& text);   // as GenerateVariableAccess
     void GenerateAssignment(const CNode* pNode, std::string& text);
     void GenerateStringAssignment(const CNode* pTarget, const CNode* pLiteral, std::string& text);
     void GenerateCopy(const CNode* pTarget, const CNode* pValue, std::string& text);
@@ -234,7 +236,10 @@ private:
     struct FbParameter;
     FbCall DescribeFbCall(const CNode* pNode) const;
     FbParameter DescribeFbParameter(const FbCall& call, const CNode* pNode) const;
-    void GenerateValueOrAddress(CNode* pValue, bool isAddress, std::string& text);
+    bool GenerateValueOrAddress(CNode* pValue, bool isAddress, std::string& text);   // as GenerateVariableAccess
+    void NoteNarrowMove(const FbParameter& parameter, bool isThrough);
+    bool IsFoundByPosition(const FbParameter& parameter) const;
+    void NoteIndirectInstance(const FbCall& call);
     void GeneratePointedMember(const FbCall& call, const FbParameter& parameter, std::string& text);
     void GenerateSlotMember(const FbCall& call, const FbParameter& parameter, std::string& text);
     void GenerateInputToMemory(const FbParameter& parameter, std::string& text);
@@ -262,6 +267,7 @@ private:
     void WriteInitializationCalls(const CProgram* pProgram);
     bool IsUnusedMember(const CMember* pMember) const;
     void GenerateLocalList(std::string& text, std::int32_t& sizeBytes);
+    void NoteCompatibleParameters(std::int32_t localBytes);
     void GenerateInputParameters(const CPou* pPou, std::string& text);
     void NoteRetainedValue(const CVariable* pVariable);
     void GenerateLocalInitialization(std::string& text);

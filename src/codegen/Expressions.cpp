@@ -388,12 +388,14 @@ std::string CCodeGeneration::GetFunctionLabel(const CPou* pPou) const
 void CCodeGeneration::GenerateActualParameter(CNode* pActual, const CVariable& formal, std::string& text)
 {
     if (!pActual->IsVariableAccess()) {
+        if (formal.IsHeldByPointer()) m_Norvane.m_Notes.Add(Note::ValueForAddress, pActual->location);
         GenerateNode(pActual, text);
         return;
     }
-    const bool byAddress = formal.IsHeldByPointer() && !IsAggregate(formal.m_Type);
-    GenerateVariableAccess(pActual, byAddress ? AccessMode::Address : AccessMode::Read, text);
-    text += '\n';
+    const bool isAggregate = IsAggregate(formal.m_Type);
+    const bool byAddress = formal.IsHeldByPointer() && !isAggregate;
+    const bool isThrough = GenerateAccessLine(pActual, byAddress ? AccessMode::Address : AccessMode::Read, text);
+    if (isAggregate && isThrough) m_Norvane.m_Notes.Add(Note::ValueForAddress, pActual->location);
 }
 
 void CCodeGeneration::GenerateFunctionCall(CNode* pNode, std::string& text)

@@ -13,6 +13,7 @@
 #include "model/Variable.h"
 #include "semantics/Norvane.h"
 #include "semantics/Wrapping.h"
+#include "target/MemoryHandler.h"
 
 // How the members of the called instance are reached.
 enum class InstancePlace
@@ -89,10 +90,38 @@ CCodeGeneration::FbParameter CCodeGeneration::DescribeFbParameter(const FbCall& 
 }
 
 // An address needs a variable; a value can be any expression, and reads a variable in the same words.
-void CCodeGeneration::GenerateValueOrAddress(CNode* pValue, bool isAddress, std::string& text)
+bool CCodeGeneration::GenerateValueOrAddress(CNode* pValue, bool isAddress, std::string& text)
 {
-    if (isAddress) GenerateAccessLine(pValue, AccessMode::Address, text);
-    else GenerateNode(pValue, text);
+    if (isAddress) return GenerateAccessLine(pValue, AccessMode::Address, text);
+    if (pValue->IsVariableAccess()) return GenerateAccessLine(pValue, AccessMode::Read, text);
+    GenerateNode(pValue, text);
+    return false;
+}
+
+// Where the instance is no plain variable of the caller, a structure or array is moved by instructions of a pointer's
+// width. That is enough for one of that size if both ends are what lies there and not its address.
+void CCodeGeneration::NoteNarrowMove(const FbParameter& parameter, bool isThrough)
+{
+    constexpr int bitsInByte = 8;
+    if (!parameter.isAggregate || parameter.isInOut) return;
+    if (isThrough && GetCopySize(parameter.pMember, parameter.pValue) == m_PointerType->m_SizeBits / bitsInByte) return;
+    m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
+}
+
+// Whether an input through a pointer reaches its member all the same, and fills it.
+bool CCodeGeneration::IsFoundByPosition(const FbParameter& parameter) const
+{
+    const std::int64_t slotNumber = std::int64_t{parameter.position} + 1;
+    const std::int64_t taken = parameter.position == 0 ? 0 : slotNumber * m_MemoryHandler->GetPointerSlotSize();
+    if (taken != parameter.pMember->m_Offset || parameter.bit > 0) return false;
+    // The address for an in-out is stored in the width of what it points at.
+    return !parameter.isInOut || parameter.isAggregate ||
+           parameter.pMember->m_Type->m_SizeBits == m_PointerType->m_SizeBits;
+}
+
+void CCodeGeneration::NoteIndirectInstance(const FbCall& call)
+{
+    m_Norvane.m_Notes.Add(Note::IndirectInstance, call.pNode->location, call.pInstance->m_Name);
 }
 
 //	PUSH(UDINT) [local+0] ; fb
@@ -130,7 +159,9 @@ void CCodeGeneration::GenerateInputToMemory(const FbParameter& parameter, std::s
     const std::string pointer = GetPointerSuffix();
     const std::string destination = "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
     if (parameter.isInOut) {   // the instance keeps the address
-        GenerateAccessLine(parameter.pValue, parameter.isAggregate ? AccessMode::Read : AccessMode::Address, text);
+        const AccessMode mode = parameter.isAggregate ? AccessMode::Read : AccessMode::Address;
+        if (GenerateAccessLine(parameter.pValue, mode, text))
+            m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
         text += "\tPOP" + pointer + destination;
     } else if (parameter.isAggregate) {
         GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
@@ -145,19 +176,22 @@ void CCodeGeneration::GenerateInputToMemory(const FbParameter& parameter, std::s
 
 void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& parameter, std::string& text)
 {
+    if (call.place == InstancePlace::Memory) {
+        GenerateInputToMemory(parameter, text);
+        return;
+    }
+    NoteNarrowMove(parameter, GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text));
     switch (call.place) {
-    case InstancePlace::Memory: GenerateInputToMemory(parameter, text); break;
+    case InstancePlace::Memory: break;
     case InstancePlace::Pointer:
-        GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
+        if (!IsFoundByPosition(parameter)) NoteIndirectInstance(call);
         GeneratePointedMember(call, parameter, text);
         text += "\tPOPI" + parameter.suffix + "\n";
         break;
     case InstancePlace::BodyMemory:
-        GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
         text += "\tPOP" + parameter.suffix + "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
         break;
     case InstancePlace::BodyMember:
-        GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text);
         GenerateSlotMember(call, parameter, text);
         text += "\tPOPI" + (parameter.isInOut ? GetPointerSuffix() : parameter.suffix) + "\n";
         break;
@@ -219,15 +253,18 @@ void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& pa
 {
     switch (call.place) {
     case InstancePlace::Memory: GenerateOutputFromMemory(parameter, text); break;
-    case InstancePlace::Pointer: GenerateOutputFromPointer(call, parameter, text); break;
+    case InstancePlace::Pointer:
+        NoteIndirectInstance(call);   // nothing is stored
+        GenerateOutputFromPointer(call, parameter, text);
+        break;
     case InstancePlace::BodyMemory:   // kept: blanks in front of the bracket and behind the ";"
         text += "\tPUSH" + parameter.suffix + " " + parameter.memory + "\t; " + parameter.comment + "\n";
-        GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
+        NoteNarrowMove(parameter, GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
         break;
     case InstancePlace::BodyMember:
         GenerateSlotMember(call, parameter, text);
         text += "\tPUSHI" + parameter.suffix + "\n";
-        GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
+        NoteNarrowMove(parameter, GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
         break;
     }
 }

@@ -74,6 +74,29 @@ void CCodeGeneration::GenerateLocalList(std::string& text, std::int32_t& sizeByt
     text += list;
 }
 
+// With the compatible layout a scalar output or in-out has the room of its value, and an input structure or array that
+// of a pointer. What is popped into the one and copied into the other is the other way round.
+void CCodeGeneration::NoteCompatibleParameters(std::int32_t localBytes)
+{
+    if (!m_MemoryHandler->m_CompatibleLayout) return;
+    constexpr int bitsInByte = 8;
+    const std::int64_t pointerBytes = m_PointerType->m_SizeBits / bitsInByte;
+    std::int64_t roomEnd = localBytes;   // where the next variable begins
+    const std::vector<CVariable*>& locals = m_MemoryHandler->m_LocalVariables;
+    for (std::size_t i = locals.size(); i > 0; --i) {
+        const CVariable* pVariable = locals[i - 1];
+        if (pVariable->m_IsRetain || !pVariable->m_DirectAddress.empty() || pVariable->m_Size == -1) continue;
+        const bool isAggregate = IsAggregate(pVariable->m_Type);
+        const bool lacksRoom = pVariable->m_Offset + pointerBytes > roomEnd ||
+                               pVariable->m_Offset % std::max(m_PointerType->m_Align, 1) != 0;
+        const bool overlaps = pVariable->IsHeldByPointer() && !isAggregate && lacksRoom;
+        const bool isCut = pVariable->m_IsInput && isAggregate && m_MemoryHandler->GetVariableSize(pVariable) != pointerBytes;
+        if (overlaps || isCut)
+            m_Norvane.m_Notes.Add(Note::CompatibleParameter, pVariable->m_Location, pVariable->m_Name);
+        roomEnd = pVariable->m_Offset;
+    }
+}
+
 // The arguments lie on the stack, the last one on top, so the parameters take them from the last to the first.
 void CCodeGeneration::GenerateInputParameters(const CPou* pPou, std::string& text)
 {
@@ -190,6 +213,7 @@ void CCodeGeneration::WriteFunctionFrame(CNode* pNode)
     std::string text;
     GenerateLocalList(text, pPou->m_LocalSize);
     WriteLine(text);
+    NoteCompatibleParameters(pPou->m_LocalSize);
 
     text.clear();
     GenerateInputParameters(pPou, text);

@@ -57,10 +57,11 @@ void CCodeGeneration::GenerateStatementList(const CNode* pList, std::string& tex
     }
 }
 
-void CCodeGeneration::GenerateAccessLine(const CNode* pNode, AccessMode mode, std::string& text)
+bool CCodeGeneration::GenerateAccessLine(const CNode* pNode, AccessMode mode, std::string& text)
 {
-    GenerateVariableAccess(pNode, mode, text);
+    const bool isThrough = GenerateVariableAccess(pNode, mode, text);
     text += '\n';
+    return isThrough;
 }
 
 // ---- Assignment

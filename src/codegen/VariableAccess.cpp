@@ -210,21 +210,24 @@ void CCodeGeneration::ReportNoVariable(const CNode* pNode)
     m_ErrorHandler->ErrCannotAssign(pType, pNode->location);
 }
 
-void CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text)
+bool CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text)
 {
     const CVariable* pVariable = pNode->pVariable;
     if (!pNode->IsVariableAccess() || !pVariable) {
         ReportNoVariable(pNode);
-        return;
+        return false;
     }
     const bool isFbMember = m_CurrentFb && pVariable->m_IsLocal;
     if (isFbMember && !IsAggregate(pVariable->m_Type)) {
         GenerateFbScalar(pNode, mode, text);
-        return;
+        return false;
     }
     const AccessPath path = WalkPath(pNode);
-    if (isFbMember || (HasSteps(pNode) && pVariable->IsHeldByPointer())) GeneratePointerAccess(pNode, path, mode, text);
-    else GenerateDirectAccess(pNode, path, mode, text);
+    const bool isPointer = isFbMember || (HasSteps(pNode) && pVariable->IsHeldByPointer());
+    const bool isThrough = isPointer ? GeneratePointerAccess(pNode, path, mode, text)
+                                     : GenerateDirectAccess(pNode, path, mode, text);
+    if (isThrough && mode == AccessMode::Address) m_Norvane.m_Notes.Add(Note::ValueForAddress, pNode->location);
+    return isThrough;
 }
 
 // The variable holds a pointer to the data, so the place is computed at run time.
@@ -233,7 +236,7 @@ void CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode
 //	PUSH(UDINT)	4
 //	ADD(UDINT)
 //	PUSHI(INT)
-void CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode,
+bool CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode,
                                             std::string& text)
 {
     if (m_CurrentFb) GenerateFbMemberAccess(pNode, FbAccessForm::Push, text);
@@ -252,15 +255,16 @@ void CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath
         text += "\t;runtime array address\n";
         GenerateRuntimeSubscripts(path, text);
     } else if (mode == AccessMode::Address && m_CurrentFb) {
-        return;   // the address is on the stack; the line is closed already, so an empty one follows
+        return false;   // the address is on the stack; the line is closed already, so an empty one follows
     }
     // Kept: without a function block an address is asked for in vain, the value comes in its place.
     text += words.mnemonic;
     text += "I" + GetTypeSuffix(pNode->pType);
+    return true;
 }
 
 //	PUSH*(BOOL)	[local+4].0	;done
-void CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode,
+bool CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode,
                                            std::string& text)
 {
     const CVariable* pVariable = path.pVariable;
@@ -271,9 +275,12 @@ void CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath&
         GenerateRuntimeSubscripts(path, text);
         text += words.mnemonic;
         text += "I" + GetTypeSuffix(pNode->pType);
-        return;
+        return true;
     }
 
+    // Kept: where a parameter is wanted as a whole, the place of its pointer comes instead.
+    if (mode == AccessMode::Address && pVariable->IsHeldByPointer() && IsAggregate(pVariable->m_Type))
+        m_Norvane.m_Notes.Add(Note::PointerCopied, pNode->location, pVariable->m_Name);
     if (IsAggregate(pNode->pType) && !pNode->bThroughInOut && !pVariable->IsHeldByPointer()) words.star = "&";
     text += words.mnemonic;
     text += words.star;
@@ -282,6 +289,7 @@ void CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath&
     if (pVariable->m_Type && pVariable->m_Type->IsBool()) AppendFormat(text, ".%d", pVariable->m_BitOffset);
     else if (IsAggregate(pVariable->m_Type) && path.EndsInBool()) AppendFormat(text, ".%d", path.bit);
     text += "\t;" + path.text;
+    return false;
 }
 
 //	;runtime array address
@@ -319,6 +327,8 @@ void CCodeGeneration::GenerateRuntimeSubscripts(const AccessPath& path, std::str
             const CIndex& bounds = pBounds->m_Dimensions[static_cast<std::size_t>(i)];
             const std::int64_t stride =
                 GetElementStride(subscript.pArrayType, subscript.pIndex, subscript.level, count == 1 ? -1 : i);
+            if (count > 1 && MissesElements(subscript, i))
+                m_Norvane.m_Notes.Add(Note::NestedSubscripts, subscript.pList->location);
             GenerateNode(pExpression, text);
             text += mnemonic;
             text += GetNodeSuffix(pExpression);
@@ -377,6 +387,26 @@ static std::int64_t CountCoveredElements(bool isNested, const CArrayOfArrayIndex
         product = WrapMul(product, GetInnerProduct(pIndex->GetLevel(l), from));
     }
     return product;
+}
+
+// How many of them one step really goes over.
+static std::int64_t CountElementsBehind(const CArrayOfArrayIndex* pIndex, int level, int dimension)
+{
+    std::int64_t product = GetInnerProduct(pIndex->GetLevel(level), dimension);
+    for (int l = level + 1; l < pIndex->GetLevelCount(); ++l)
+        product = WrapMul(product, GetInnerProduct(pIndex->GetLevel(l), -1));
+    return product;
+}
+
+// A dimension of one element has no second one to be missed.
+bool CCodeGeneration::MissesElements(const RuntimeSubscript& subscript, int dimension)
+{
+    const CArrayOfArrayIndex* pIndex = subscript.pIndex;
+    if (pIndex->GetSize(subscript.level, dimension) < 2) return false;
+    const CType* pElement = subscript.pArrayType->AsArray()->m_Element;
+    const std::int64_t covered =
+        CountCoveredElements(pElement && pElement->IsArray(), pIndex, subscript.level, dimension);
+    return covered != CountElementsBehind(pIndex, subscript.level, dimension);
 }
 
 std::int64_t CCodeGeneration::GetElementStride(const CType* pArrayType, const CArrayOfArrayIndex* pIndex, int level,
