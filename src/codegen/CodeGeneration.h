@@ -172,6 +172,7 @@ private:
     void GenerateMinMax(const CNode* pNode, std::string_view mnemonic, std::string& text);
     void GenerateLimit(const CNode* pNode, std::string& text);
     void GenerateCast(const CNode* pNode, std::string& text);
+    void GenerateSystem(const CNode* pNode, std::string& text);
     void GenerateActualParameter(CNode* pActual, const CVariable& formal, std::string& text);
     void GenerateFunctionCall(CNode* pNode, std::string& text);
     std::string GetFunctionLabel(const CPou* pPou) const;         // "name" or "name__2"
@@ -185,6 +186,7 @@ private:
     void EnterMember(const CNode* pStep, AccessPath& path);
     void EnterElement(const CNode* pStep, AccessPath& path);
     AccessPath WalkPath(const CNode* pNode);
+    static bool StepsOverBytesToBits(const AccessPath& path);
     void ReportNoVariable(const CNode* pNode);
     bool GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
     bool GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);

@@ -8,8 +8,10 @@
 #include "codegen/CodeGeneration.h"
 #include "codegen/Counting.h"
 
+#include "codegen/RealText.h"
 #include "files/Format.h"
 #include "frontend/ErrorHandler.h"
+#include "frontend/Notes.h"
 #include "model/ArrayIndex.h"
 #include "model/InitValue.h"
 #include "model/Member.h"
@@ -64,12 +66,13 @@ class CInitWalk
 {
 public:
     // Without a text it counts.
-    CInitWalk(const CCodeGeneration& code, StoreCounts& counts, std::string* pText)
-        : m_Code(code), m_Counts(counts), m_Text(pText)
+    CInitWalk(const CCodeGeneration& code, CNotes& notes, StoreCounts& counts, const CVariable& variable,
+              std::string* pText)
+        : m_Code(code), m_Notes(notes), m_Counts(counts), m_Variable(variable), m_Text(pText)
     {
     }
 
-    std::int64_t Run(const CVariable& variable);   // the number of stores
+    std::int64_t Run();               // the number of stores
 
 private:
     void Enter(const CType* pType, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
@@ -90,11 +93,18 @@ private:
     void WriteElement(const CType& type, std::string_view value, std::int64_t position, std::string_view bitText,
                       std::int64_t element);
     void AppendStore(const CType& type, std::int64_t offset, std::string_view bitText);
+    void Draw(Note note);
+    void NoteMemberNotReached(const CInitValue* pGiven, const CMember& member);
+    void NoteReal(const CType& type, const CInitValue* pValue);
+    void NoteBoolElement(const CType& type, std::int64_t element, std::int64_t distance, int bit);
 
     const CCodeGeneration& m_Code;
+    CNotes& m_Notes;
     StoreCounts& m_Counts;            // of values that belong to types; not owned
+    const CVariable& m_Variable;
     std::string* m_Text;              // not owned; null: the stores are only counted
     std::int64_t m_Stores = 0;
+    std::uint32_t m_DrawnNotes = 0;   // a bit for each note's number: all stand at the variable, so one of a kind does
     std::string m_Name;               // of the part being walked; a frame cuts it back to its own length
     std::vector<InitFrame> m_Frames;
 };
@@ -122,10 +132,11 @@ static std::string BitText(int bit)
     return "." + std::to_string(bit);
 }
 
-std::int64_t CInitWalk::Run(const CVariable& variable)
+std::int64_t CInitWalk::Run()
 {
-    m_Name = variable.m_Name;
-    Enter(variable.m_Type, variable.m_Offset, variable.GetIndex(), 0, variable.m_InitValue.get(), /*isOfType=*/false);
+    m_Name = m_Variable.m_Name;
+    Enter(m_Variable.m_Type, m_Variable.m_Offset, m_Variable.GetIndex(), 0, m_Variable.m_InitValue.get(),
+          /*isOfType=*/false);
     while (!m_Frames.empty()) {
         if (m_Frames.back().pStruct) StepStruct();
         else StepArray();
@@ -147,6 +158,27 @@ void CInitWalk::LeaveFrame()
     if (frame.pStruct && frame.isOfType) m_Counts.insert_or_assign({frame.pStruct, frame.pInit}, stores);
     m_Frames.pop_back();
     AddStores(stores);
+}
+
+// About the part being walked, at the variable.
+void CInitWalk::Draw(Note note)
+{
+    const std::uint32_t bit = std::uint32_t{1} << static_cast<int>(note);
+    if (m_DrawnNotes & bit) return;
+    m_DrawnNotes |= bit;
+    m_Notes.Add(note, m_Variable.m_Location, m_Name);
+}
+
+// What the structure's initialiser gives an array member is lost: the member starts with its own value or with none.
+void CInitWalk::NoteMemberNotReached(const CInitValue* pGiven, const CMember& member)
+{
+    if (pGiven && !IsSameInit(pGiven, member.m_InitValue.get())) Draw(Note::DefaultNotWritten);
+}
+
+void CInitWalk::NoteReal(const CType& type, const CInitValue* pValue)
+{
+    if (pValue && pValue->IsReal() && !SurvivesSixDecimals(pValue->GetDouble(), type.GetBaseType()->m_SizeBits))
+        Draw(Note::RealPrinted);
 }
 
 void CInitWalk::Enter(const CType* pType, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
@@ -231,7 +263,9 @@ void CInitWalk::StepStruct()
         return;
     }
     // Kept: the structure's initialiser doesn't reach an array member, which has its own value only.
-    const CInitValue* pGiven = member.m_Type->IsStruct() ? FindMemberInit(frame.pInit, member) : nullptr;
+    const CInitValue* pNamed = FindMemberInit(frame.pInit, member);
+    const CInitValue* pGiven = member.m_Type->IsStruct() ? pNamed : nullptr;
+    if (!pGiven) NoteMemberNotReached(pNamed, member);
     const CInitValue* pInit = pGiven ? pGiven : member.m_InitValue.get();
     const bool isOfType = pGiven ? frame.isOfType : true;
     Enter(member.m_Type, offset, member.m_Index.get(), 0, pInit, isOfType);   // may move the frames: `frame` ends here
@@ -248,15 +282,19 @@ void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::
     // that are structures or arrays leave it alone.
     const CType& type = *member.m_Type;
     const bool isWhole = type.m_SizeBits % 8 == 0;
-    const std::string bitText = isWhole ? std::string() : BitText(frame.bit);
+    const int bit = isWhole ? 0 : frame.bit;
+    const std::string bitText = isWhole ? std::string() : BitText(bit);
     frame.bit = isWhole ? 0 : (frame.bit + type.m_SizeBits) % 8;
 
     // With an initialiser only what it names is set; the member's own default doesn't come in then.
     const CInitValue* pValue = frame.pInit ? FindMemberInit(frame.pInit, member) : member.m_InitValue.get();
+    if (frame.pInit && !pValue && !IsBlank(member.m_InitValue.get())) Draw(Note::DefaultNotWritten);
     const std::string value = pValue ? pValue->GetText(false) : std::string();
     if (value.empty() || !FitsItsSlot(member)) return;
     ++frame.stores;
     if (!m_Text) return;
+    if (type.IsBool() && bit != frame.pStruct->GetBoolBit(&member)) Draw(Note::OtherBit);
+    NoteReal(type, pValue);
     *m_Text += "\tPUSH(" + type.m_Name + (frame.pInit ? ")\t" : ") \t") + value + "\n";
     AppendStore(type, offset, bitText);
 }
@@ -287,6 +325,9 @@ void CInitWalk::StepArray()
 {
     InitFrame& frame = m_Frames.back();
     m_Name.resize(frame.nameLength);
+    // Inner arrays of BOOL have no distance from each other, so all lie on top of the first.
+    const bool hasStored = frame.next > 1 && frame.stores > frame.storesBeforeElement;
+    if (m_Text && hasStored && frame.stride == 0) Draw(Note::BoolArray);
     if (frame.next > 0) PassOverAlikeElements(frame);
     if (frame.next >= frame.count) {
         LeaveFrame();
@@ -341,17 +382,31 @@ void CInitWalk::WriteScalarElements(const CTypeArray& array, const CInitArray& i
         const std::string value = pValue ? pValue->GetText(false) : std::string();
         const std::int64_t end = std::min(runEnd, count);
         if (isWhole && value.empty()) element = std::max(element, end);
+        if (element < end && !value.empty()) NoteReal(type, pValue);
         for (; element < end; ++element) {
             if (isWhole) {
-                if (!value.empty()) WriteElement(type, value, offset + element * stride, {}, element);
+                if (value.empty()) continue;
+                if (type.IsBool()) NoteBoolElement(type, element, element * stride, 0);
+                WriteElement(type, value, offset + element * stride, {}, element);
                 continue;
             }
             const int reached = bit + size;
             if ((reached == 1 && element != 0) || (size > 1 && reached > 7)) position += stride;
-            if (!value.empty()) WriteElement(type, value, position, BitText(bit), element);
+            if (!value.empty()) {
+                NoteBoolElement(type, element, position - offset, bit);
+                WriteElement(type, value, position, BitText(bit), element);
+            }
             bit = reached % 8;
         }
     }
+}
+
+// A bit of an array is looked for eight to a unit of the type's alignment.
+void CInitWalk::NoteBoolElement(const CType& type, std::int64_t element, std::int64_t distance, int bit)
+{
+    constexpr int bitsInByte = 8;
+    const bool isFound = distance == element / bitsInByte * type.GetPlacingAlign() && bit == element % bitsInByte;
+    if (!isFound) Draw(Note::BoolArray);
 }
 
 //	PUSH(INT) 	7
@@ -390,7 +445,7 @@ void CCodeGeneration::GenerateStringInit(const CVariable* pVariable, std::string
 
 std::int64_t CCodeGeneration::CountInitialStores(const CVariable* pVariable)
 {
-    return CInitWalk(*this, m_StoreCounts, nullptr).Run(*pVariable);
+    return CInitWalk(*this, m_Norvane.m_Notes, m_StoreCounts, *pVariable, nullptr).Run();
 }
 
 void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::string& text)
@@ -405,7 +460,7 @@ void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::stri
         if (CountInitialStores(pVariable) > g_MostStores)
             EndGeneration(pVariable->m_Location, FormatText("more than %lld elements of ", static_cast<long long>(g_MostStores)) +
                                                      pVariable->m_Name + " have an initial value to be written");
-        CInitWalk(*this, m_StoreCounts, &text).Run(*pVariable);
+        CInitWalk(*this, m_Norvane.m_Notes, m_StoreCounts, *pVariable, &text).Run();
         return;
     }
     if (pType->IsString()) {
@@ -414,6 +469,9 @@ void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::stri
     }
     const std::string value = pVariable->m_InitValue ? pVariable->m_InitValue->GetText(false) : std::string();
     if (value.empty()) return;
+    const CInitValue& init = *pVariable->m_InitValue;
+    if (init.IsReal() && !SurvivesSixDecimals(init.GetDouble(), pType->m_SizeBits))
+        m_Norvane.m_Notes.Add(Note::RealPrinted, pVariable->m_Location);
     text += "\tPUSH\t(" + pType->m_Name + ")\t" + value + "\n";
     text += "\tPOP\t" + GetVariableOperand(pVariable) + "\n";
 }

@@ -41,6 +41,7 @@ struct CCodeGeneration::AccessPath
     int level = 0;                              // and their level in it
     const CTypeArray* pLastArray = nullptr;     // that the last subscripts go into
     std::vector<RuntimeSubscript> subscripts{}; // in order
+    bool missesBits = false;                    // of a BOOL array: they lie somewhere else
 
     bool EndsInBool() const { return pType && pType->IsBool(); }
     bool HasBoolElements() const { return pLastArray && pLastArray->m_Element && pLastArray->m_Element->IsBool(); }
@@ -122,6 +123,23 @@ void CCodeGeneration::EnterMember(const CNode* pStep, AccessPath& path)
     path.text += "." + pStep->szName;
 }
 
+// Inner arrays of BOOL have no distance from each other: behind the first one there is nothing to be found.
+static bool IsInnerBoolArray(const CTypeArray& array)
+{
+    const CType* pElement = array.m_Element;
+    if (!pElement || !pElement->IsArray() || array.GetInnermostStride() != 0) return false;
+    while (const CTypeArray* pInner = pElement ? pElement->AsArray() : nullptr) pElement = pInner->m_Element;
+    return pElement && pElement->IsBool();
+}
+
+// Where it is the machine that takes the subscript, it may be any of the bounds.
+static bool MayLeaveFirstElement(std::int64_t element, const CArrayOfArrayIndex* pIndex, int level)
+{
+    if (element >= 0) return element > 0;
+    const CArrayIndex* pBounds = pIndex ? pIndex->GetLevel(level) : nullptr;
+    return pBounds && pBounds->GetProduct() > 1;
+}
+
 void CCodeGeneration::EnterElement(const CNode* pStep, AccessPath& path)
 {
     const CType* pArrayType = path.pType;
@@ -129,6 +147,7 @@ void CCodeGeneration::EnterElement(const CNode* pStep, AccessPath& path)
     if (!pArray) InternalFault("the path " + path.text + " has subscripts and is no array");
 
     std::int64_t element = EvalLinearIndex(pStep, path.pIndex, path.level);
+    if (IsInnerBoolArray(*pArray) && MayLeaveFirstElement(element, path.pIndex, path.level)) path.missesBits = true;
     if (element < 0) {
         path.subscripts.push_back({pStep, path.pIndex, pArrayType, path.level});
         element = 0;
@@ -148,6 +167,16 @@ void CCodeGeneration::EnterElement(const CNode* pStep, AccessPath& path)
     AppendFormat(path.text, "[%d]", ToOffset(element));
 }
 
+// Of a path that ends in a bit of an array all subscripts count bits, those of arrays of something else too.
+bool CCodeGeneration::StepsOverBytesToBits(const AccessPath& path)
+{
+    const auto countsBytes = [](const RuntimeSubscript& subscript) {
+        const CTypeArray* pArray = subscript.pArrayType->AsArray();
+        return !pArray->m_Element || !pArray->m_Element->IsBool();
+    };
+    return path.HasBoolElements() && std::any_of(path.subscripts.begin(), path.subscripts.end(), countsBytes);
+}
+
 CCodeGeneration::AccessPath CCodeGeneration::WalkPath(const CNode* pNode)
 {
     const CVariable* pVariable = pNode->pVariable;
@@ -161,6 +190,7 @@ CCodeGeneration::AccessPath CCodeGeneration::WalkPath(const CNode* pNode)
         if (pStep->nKind == NEW_ID) EnterMember(pStep, path);
         else if (pStep->nKind == EXP_LIST) EnterElement(pStep, path);
     }
+    if (StepsOverBytesToBits(path)) path.missesBits = true;
     return path;
 }
 
@@ -223,6 +253,7 @@ bool CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode
         return false;
     }
     const AccessPath path = WalkPath(pNode);
+    if (path.missesBits) m_Norvane.m_Notes.Add(Note::BoolArray, pNode->location, pVariable->m_Name);
     const bool isPointer = isFbMember || (HasSteps(pNode) && pVariable->IsHeldByPointer());
     const bool isThrough = isPointer ? GeneratePointerAccess(pNode, path, mode, text)
                                      : GenerateDirectAccess(pNode, path, mode, text);

@@ -61,6 +61,55 @@ std::uint32_t CInitValue::GetUnsigned() const
     return static_cast<std::uint32_t>(m_Bits);
 }
 
+bool IsBlank(const CInitValue* pValue)
+{
+    return !pValue || pValue->IsBlank();
+}
+
+bool IsSameInit(const CInitValue* pFirst, const CInitValue* pSecond)
+{
+    if (IsBlank(pFirst) && IsBlank(pSecond)) return true;
+    return pFirst && pSecond && pFirst->IsSameAs(*pSecond);
+}
+
+bool CInitValue::IsSameAs(const CInitValue& other) const
+{
+    return m_Kind == other.m_Kind && GetText(true) == other.GetText(true);
+}
+
+bool CInitArray::IsBlank() const
+{
+    const auto isBlank = [](const std::unique_ptr<CInitValue>& pValue) { return ::IsBlank(pValue.get()); };
+    return std::all_of(m_Elements.begin(), m_Elements.end(), isBlank);
+}
+
+bool CInitArray::IsSameAs(const CInitValue& other) const
+{
+    if (!other.IsArray()) return false;
+    const CInitArray& array = static_cast<const CInitArray&>(other);
+    const auto isSame = [](const std::unique_ptr<CInitValue>& pFirst, const std::unique_ptr<CInitValue>& pSecond) {
+        return IsSameInit(pFirst.get(), pSecond.get());
+    };
+    return m_Repeats == array.m_Repeats && std::equal(m_Elements.begin(), m_Elements.end(), array.m_Elements.begin(),
+                                                      array.m_Elements.end(), isSame);
+}
+
+bool CInitStruct::IsBlank() const
+{
+    const auto isBlank = [](const auto& entry) { return ::IsBlank(entry.second.get()); };
+    return std::all_of(m_Members.begin(), m_Members.end(), isBlank);
+}
+
+bool CInitStruct::IsSameAs(const CInitValue& other) const
+{
+    if (!other.IsStruct()) return false;
+    const CInitStruct& structure = static_cast<const CInitStruct&>(other);
+    const auto isSame = [](const auto& first, const auto& second) {
+        return first.first == second.first && IsSameInit(first.second.get(), second.second.get());
+    };
+    return std::equal(m_Members.begin(), m_Members.end(), structure.m_Members.begin(), structure.m_Members.end(), isSame);
+}
+
 bool CInitValue::IsZero() const
 {
     switch (m_Kind) {

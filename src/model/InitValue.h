@@ -47,6 +47,10 @@ public:
     virtual bool IsString() const { return false; }
     virtual bool IsArray() const { return false; }
     virtual bool IsStruct() const { return false; }
+    // Whether the initialisation code writes nothing for it: zeros only, or no value at all.
+    virtual bool IsBlank() const { return GetText(false).empty(); }
+    // Whether it is built of the same entries in the same order as the other.
+    virtual bool IsSameAs(const CInitValue& other) const;
     bool IsZero() const;                            // of kind signed, unsigned or real, with the value 0
 
     std::int32_t m_Kind = NoValue;
@@ -54,6 +58,10 @@ public:
 protected:
     std::uint64_t m_Bits = 0;
 };
+
+// The same of a value that may be null, which writes nothing and is like any other that does.
+bool IsBlank(const CInitValue* pValue);
+bool IsSameInit(const CInitValue* pFirst, const CInitValue* pSecond);
 
 // A copy of the value; null for null.
 std::unique_ptr<CInitValue> CloneOrNull(const CInitValue* pValue);
@@ -82,6 +90,8 @@ public:
     using CInitValue::GetText;
     std::string GetBracketedText() const override;       // "[1,3(2),4]"
     bool IsArray() const override { return true; }
+    bool IsBlank() const override;
+    bool IsSameAs(const CInitValue& other) const override;
 
     void Add(std::unique_ptr<CInitValue> pValue, std::int32_t repeat);
     // The value of element i, counted from 0; null if there is none. Rising positions cost O(1) each.
@@ -105,6 +115,8 @@ public:
     using CInitValue::GetText;
     std::string GetBracketedText() const override;       // "(a:=1,b:=2)"
     bool IsStruct() const override { return true; }
+    bool IsBlank() const override;
+    bool IsSameAs(const CInitValue& other) const override;
 
     // A name that has a value already draws one warning at the position, and the new value stands.
     void Add(std::string_view name, std::unique_ptr<CInitValue> pValue, const SourceLocation& position,
