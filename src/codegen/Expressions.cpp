@@ -3,6 +3,7 @@
 
 #include "codegen/CodeGeneration.h"
 
+#include "codegen/RealText.h"
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "frontend/Node.h"
@@ -11,6 +12,8 @@
 #include "model/Type.h"
 #include "model/Variable.h"
 #include "semantics/Norvane.h"
+#include "semantics/NumberRange.h"
+#include "semantics/Wrapping.h"
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic error "-Wswitch"
@@ -78,7 +81,7 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
         break;
     case RETURN: text += "\tJMP " + m_Label.GetReturnLabel(); break;
     case FUNCTION_BLOCK: GenerateFbCall(pNode, text); break;
-    case SYSTEM: AppendFormat(text, "\tSYS %d", static_cast<std::int32_t>(pNode->Child(0)->nValue)); break;
+    case SYSTEM: GenerateSystem(pNode, text); break;
 
     // Without code of their own. The lists and parts are written by the node that holds them, if at all.
     case NOP:
@@ -156,9 +159,18 @@ void CCodeGeneration::GenerateInteger(const CNode* pNode, std::string& text)
     text += "\tPUSH(" + (pType ? pType->m_Name : "INT") + ")\t" + std::to_string(pNode->nValue);
 }
 
+// Where the value of a literal is written down: that of a constant at its declaration, not at each of its uses.
+static const SourceLocation& GetValueLocation(const CNode* pNode)
+{
+    const CVariable* pVariable = pNode->pVariable;
+    return pVariable && pVariable->m_Location.szFile ? pVariable->m_Location : pNode->location;
+}
+
 void CCodeGeneration::GenerateReal(const CNode* pNode, std::string& text)
 {
     const CType* pType = GetNodeType(pNode);
+    if (pType && pType->IsReal() && !SurvivesSixDecimals(pNode->dValue, pType->GetBaseType()->m_SizeBits))
+        m_Norvane.m_Notes.Add(Note::RealPrinted, GetValueLocation(pNode));
     text += "\tPUSH(" + (pType ? pType->m_Name : "REAL") + ")\t";
     text += FormatReal(pNode->dValue);
 }
@@ -372,7 +384,14 @@ void CCodeGeneration::GenerateCast(const CNode* pNode, std::string& text)
     text += ToUpperCase("\tTO_" + pCast->m_To->m_Name + " (" + pCast->m_From->m_Name + ")\n");
 }
 
-// ---- Calls of functions
+// ---- Calls of functions and of the system
+
+void CCodeGeneration::GenerateSystem(const CNode* pNode, std::string& text)
+{
+    const CNode* pNumber = pNode->Child(0);
+    NoteBeyond32Bits(m_Norvane.m_Notes, pNumber->nValue, pNumber);
+    AppendFormat(text, "\tSYS %d", LowBits(pNumber->nValue));
+}
 
 std::string CCodeGeneration::GetFunctionLabel(const CPou* pPou) const
 {

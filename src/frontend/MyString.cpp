@@ -15,17 +15,26 @@ static int DigitValue(char c)
     return noDigit;
 }
 
-static std::int64_t ToInt64(std::string_view text, int base)
+// Sets isBeyond where the number is larger than the largest of 64 bits, which it then becomes.
+static std::int64_t ToInt64(std::string_view text, int base, bool& isBeyond)
 {
     constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
     std::int64_t value = 0;
+    isBeyond = false;
     for (const char c : text) {
         const int digit = DigitValue(c);
         if (digit >= base) return value;
-        if (value > (largest - digit) / base) return largest;
+        isBeyond = value > (largest - digit) / base;
+        if (isBeyond) return largest;
         value = value * base + digit;
     }
     return value;
+}
+
+static std::int64_t ToInt64(std::string_view text, int base)
+{
+    bool isBeyond = false;
+    return ToInt64(text, base, isBeyond);
 }
 
 CMyString CMyString::operator+(const CMyString& right) const
@@ -63,6 +72,13 @@ std::int64_t CMyString::ToInt64Base2() const { return ToInt64(m_Buffer, 2); }
 std::int64_t CMyString::ToInt64Base8() const { return ToInt64(m_Buffer, 8); }
 std::int64_t CMyString::ToInt64Base10() const { return ToInt64(m_Buffer, 10); }
 std::int64_t CMyString::ToInt64Base16() const { return ToInt64(m_Buffer, 16); }
+
+bool CMyString::IsBeyondInt64(int base) const
+{
+    bool isBeyond = false;
+    ToInt64(m_Buffer, base, isBeyond);
+    return isBeyond;
+}
 
 int CMyString::ToInt() const
 {

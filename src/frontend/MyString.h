@@ -25,6 +25,7 @@ public:
     std::int64_t ToInt64Base8() const;
     std::int64_t ToInt64Base10() const;
     std::int64_t ToInt64Base16() const;
+    bool IsBeyondInt64(int base) const;              // whether the digits of that base mean more than the largest one
     int ToInt() const;                               // decimal, cut to 32 bits
     void Print() const;                              // the text and a line end, to standard output
 

@@ -54,6 +54,7 @@ public:
     CArrayIndex* pArrayIndex = nullptr;      // not owned: index ranges that apply at this point of an array access
     int nKind;
     bool bThroughInOut = false;              // the path goes through an in-out member of a function block
+    bool bFractionLost = false;              // an IMM_INTEGER that folding made of a number with a fraction
     bool bUnreachableWarned = false;         // of a list: the one warning about statements behind RETURN or EXIT is out
     CRareText szDirect;                      // address text of a declared variable without "%"; empty: none
     CRareText szString;                      // text of a string literal

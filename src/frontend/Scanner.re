@@ -148,13 +148,28 @@ static int ReturnReal(std::string_view text)
 {
     double value = 0;
     const std::from_chars_result result = std::from_chars(text.data(), text.data() + text.size(), value);
-    yylval.dValue = result.ec == std::errc::result_out_of_range ? OutOfRangeReal(text) : value;
+    const bool isBeyond = result.ec == std::errc::result_out_of_range;
+    if (isBeyond) g_Context->m_Notes.Add(Note::NumberBeyondWidth, yylloc);
+    yylval.dValue = isBeyond ? OutOfRangeReal(text) : value;
     return IMM_REAL;
 }
 
-static int ReturnInteger(std::int64_t value)
+static std::int64_t ToInt64(const CMyString& digits, int base)
 {
-    yylval.nValue = value;
+    switch (base) {
+    case 2: return digits.ToInt64Base2();
+    case 8: return digits.ToInt64Base8();
+    case 16: return digits.ToInt64Base16();
+    default: return digits.ToInt64Base10();
+    }
+}
+
+// What is larger than 64 bits hold with a sign becomes the largest of them.
+static int ReturnInteger(const CMyString& digits, int base)
+{
+    yylval.nValue = ToInt64(digits, base);
+    const bool isLargest = yylval.nValue == std::numeric_limits<std::int64_t>::max();
+    if (isLargest && digits.IsBeyondInt64(base)) g_Context->m_Notes.Add(Note::NumberBeyondWidth, yylloc);
     return IMM_INTEGER;
 }
 
@@ -280,7 +295,7 @@ static int Match(const char* const start, const char* const end)
     <!*>            { CheckLength(start, cursor, givenUp); text = AcceptMatch(start, cursor); }
     <INITIAL, IN_COMMENT, IN_STRING> $              { InternalFault("the scanner met the end twice"); }
 
-    <INITIAL> digit+                                { return ReturnInteger(DigitsOf(text, 0).ToInt64Base10()); }
+    <INITIAL> digit+                                { return ReturnInteger(DigitsOf(text, 0), 10); }
     <INITIAL> digit* "." digit+ exponent?           { return ReturnReal(text); }
     <INITIAL> "(*"                                  { g_Condition = yycIN_COMMENT; return g_NoToken; }
 
@@ -380,10 +395,10 @@ static int Match(const char* const start, const char* const end)
     <INITIAL> "%" [IMQ] [BDLWX]? digit+ ("." digit+)*  { return ReturnText(DIRECT_VARIABLE, text.substr(1)); }
     // Wanted as it stands: in this form every digit of the fraction is followed by an underscore.
     <INITIAL> digit* "." (digit "_")+ exponent?     { return ReturnReal(DigitsOf(text, 0).GetBuffer()); }
-    <INITIAL> digit+ ("_" digit+)*                  { return ReturnInteger(DigitsOf(text, 0).ToInt64Base10()); }
-    <INITIAL> "2#" [01] ("_"? [01])*                { return ReturnInteger(DigitsOf(text, 2).ToInt64Base2()); }
-    <INITIAL> "8#" [0-7] ("_"? [0-7])*              { return ReturnInteger(DigitsOf(text, 2).ToInt64Base8()); }
-    <INITIAL> "16#" hex ("_"? hex)*                 { return ReturnInteger(DigitsOf(text, 3).ToInt64Base16()); }
+    <INITIAL> digit+ ("_" digit+)*                  { return ReturnInteger(DigitsOf(text, 0), 10); }
+    <INITIAL> "2#" [01] ("_"? [01])*                { return ReturnInteger(DigitsOf(text, 2), 2); }
+    <INITIAL> "8#" [0-7] ("_"? [0-7])*              { return ReturnInteger(DigitsOf(text, 2), 8); }
+    <INITIAL> "16#" hex ("_"? hex)*                 { return ReturnInteger(DigitsOf(text, 3), 16); }
 
     // Times and dates are recognised, and their text is dropped here. There is no unit for minutes.
     <INITIAL> timePrefix (number "d")? (number "h")? (number "s")? (number "ms")?         { return TIME_DIR; }

@@ -63,6 +63,18 @@ void CNorvane::AddArrayTypes(const CNode* pList, CType* pElement, CTypeArray* pA
     }
 }
 
+// Elements without a value of their own don't start with the default of a type that the user named, unless it is
+// what the array's value has been made of.
+static bool LosesDefault(const CType& element, const CArrayOfArrayIndex& index, const CInitValue* pInit)
+{
+    const bool isNamed = element.m_IsAlias || element.IsArrayUser();
+    if (!isNamed || IsBlank(element.m_InitValue.get())) return false;
+    if (!pInit || !pInit->IsArray()) return true;
+    std::int64_t given = 0;
+    for (const std::int32_t repeat : static_cast<const CInitArray*>(pInit)->m_Repeats) given += repeat;
+    return given < index.GetFirst()->GetProduct();
+}
+
 void CNorvane::DeclareArray(CNode* pList, CNode* pRanges, CType* pElement, CNode* pInitList)
 {
     if (!pElement) pElement = m_DataTypes.m_ErrorType;
@@ -83,6 +95,7 @@ void CNorvane::DeclareArray(CNode* pList, CNode* pRanges, CType* pElement, CNode
         m_PendingIndex->Add(pUser->m_Index->GetLevel(level)->Clone());
 
     const std::unique_ptr<CInitValue> pInit = MakeArrayValue(pElement, pArray, pInitList);
+    if ((pInitList && !pInit) || LosesDefault(*pElement, *m_PendingIndex, pInit.get())) NoteDroppedValue(pList);
     if (m_VarBlockFlags & InType) {
         AddArrayTypes(pList, pElement, pArray, pInit.get());
         return;

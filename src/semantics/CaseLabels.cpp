@@ -205,12 +205,12 @@ std::int64_t CCaseLabelSet::CountHits(const CaseLabel& label) const
 }
 
 // Every label takes the selector's type, and a range gets its lower bound first, as compared on all 64 bits.
-static void PrepareLabel(CNode* pLabel, CType* pType)
+static void PrepareLabel(CNorvane& norvane, CNode* pLabel, CType* pType)
 {
-    if (pType) pLabel->pType = pType;
+    if (pType) norvane.TypeLiteral(pLabel, pType);
     if (pLabel->nKind != SUBRANGE_DOTS) return;
     for (CNode* pBound : pLabel->m_Children) {
-        if (pType) pBound->pType = pType;
+        if (pType) norvane.TypeLiteral(pBound, pType);
     }
     if (pLabel->Child(0)->nValue > pLabel->Child(1)->nValue) std::swap(pLabel->m_Children[0], pLabel->m_Children[1]);
 }
@@ -222,13 +222,13 @@ static CaseLabel MakeCaseLabel(const CNode* pLabel)
 }
 
 // The labels of all arms in source order. The children of the body alternate: labels, statements.
-static std::vector<CaseLabel> CollectLabels(const CNode* pBody, CType* pType)
+static std::vector<CaseLabel> CollectLabels(CNorvane& norvane, const CNode* pBody, CType* pType)
 {
     std::vector<CaseLabel> labels;
     for (CNode* pList : pBody->m_Children) {
         if (pList->nKind != ISV_LIST) continue;
         for (CNode* pLabel : pList->m_Children) {
-            PrepareLabel(pLabel, pType);
+            PrepareLabel(norvane, pLabel, pType);
             labels.push_back(MakeCaseLabel(pLabel));
         }
     }
@@ -248,7 +248,7 @@ void CNorvane::CheckCase(CNode* pNode)
     // A literal has no type as a rule, and then the labels get none either.
     if (!pSelector->pType || !pSelector->pType->IsSigned()) m_Errors.ErrCaseType(pSelector->location);
 
-    const std::vector<CaseLabel> labels = CollectLabels(pNode->Child(1), pSelector->pType);
+    const std::vector<CaseLabel> labels = CollectLabels(*this, pNode->Child(1), pSelector->pType);
     CCaseLabelSet earlier(labels);
     for (const CaseLabel& label : labels) {
         for (std::int64_t hits = earlier.CountHits(label); hits > 0; --hits) ReportUsed(label, m_Errors);

@@ -6,6 +6,7 @@
 
 #include "model/Type.h"
 #include "semantics/Comparison.h"
+#include "semantics/NumberRange.h"
 #include "semantics/Wrapping.h"
 
 #include <algorithm>
@@ -104,9 +105,10 @@ static bool IsTestedDivisor(const CNode* pDivisor, ValueClass valueClass)
     return pDivisor->nKind == (valueClass == ValueClass::Real ? IMM_REAL : IMM_INTEGER);
 }
 
-// Wanted: with exchanged bounds this LIMIT gives another result than that of three literals.
-template <typename Number> static Number Limit(Number low, Number value, Number high)
+// Wanted: with exchanged bounds this LIMIT gives another result than that of three literals, and than the machine's.
+template <typename Number> static Number Limit(CNorvane& norvane, const CNode* pNode, Number low, Number value, Number high)
 {
+    if (low > high) norvane.m_Notes.Add(Note::OtherFold, pNode->location);
     return std::max(low, std::min(value, high));
 }
 
@@ -120,10 +122,11 @@ static void FoldThreeIntegers(CNorvane& norvane, CNode* pNode)
         return;
     }
     if (pNode->nKind == LIMIT) {
-        BecomeSimplified(norvane, pNode, std::make_unique<CInitValue>(Limit(a, b, c)));
+        BecomeSimplified(norvane, pNode, std::make_unique<CInitValue>(Limit(norvane, pNode, a, b, c)));
         return;
     }
     if (c != 0) {
+        if (Wraps('*', a, b)) norvane.m_Notes.Add(Note::NumberBeyondWidth, pNode->location);
         BecomeSimplified(norvane, pNode, std::make_unique<CInitValue>(DivideWrapping(WrapMul(b, a), c)));
         return;
     }
@@ -141,7 +144,7 @@ static void FoldThreeReals(CNorvane& norvane, CNode* pNode)
         return;
     }
     if (pNode->nKind == LIMIT) {
-        BecomeSimplified(norvane, pNode, std::make_unique<CInitValue>(Limit(a, b, c)));
+        BecomeSimplified(norvane, pNode, std::make_unique<CInitValue>(Limit(norvane, pNode, a, b, c)));
         return;
     }
     if (c != 0.0) {
@@ -216,6 +219,10 @@ static void FoldTwoOperands(CNorvane& norvane, CNode* pNode)
     if (!leftVariable && !rightVariable) return;   // two literals that stayed have no common arithmetic
     if (!IsSimplifiable(pNode->m_Children)) return;
 
+    if (IsComparison(pNode->nKind)) {
+        NoteComparedValueRange(norvane.m_Notes, pLeft);
+        NoteComparedValueRange(norvane.m_Notes, pRight);
+    }
     const ValuePointer pLeftValue = leftVariable ? norvane.ValueOf(pLeft, pLeft->pType) : nullptr;
     const ValuePointer pRightValue = rightVariable ? norvane.ValueOf(pRight, pRight->pType) : nullptr;
     if ((leftVariable && !pLeftValue) || (rightVariable && !pRightValue)) {
@@ -253,11 +260,14 @@ static ValuePointer FoldIntegerList(CNorvane& norvane, const CNode* pNode)
     constexpr std::int64_t highestStart = 2147483647;
     constexpr std::int64_t lowestStart = -2147483648;
     std::int64_t result = pNode->nKind == MIN ? highestStart : lowestStart;
+    bool isReached = false;   // by a value: the start is one of 32 bits, the values have 64
     for (CNode* pElement : pNode->Child(0)->m_Children) {
         std::int64_t value = 0;
         if (!ReadInteger(norvane, pElement, value)) return nullptr;
+        isReached = isReached || (pNode->nKind == MIN ? value <= highestStart : value >= lowestStart);
         result = pNode->nKind == MIN ? std::min(result, value) : std::max(result, value);
     }
+    if (!isReached) norvane.m_Notes.Add(Note::OtherFold, pNode->location);
     return std::make_unique<CInitValue>(result);
 }
 
@@ -267,11 +277,14 @@ static ValuePointer FoldRealList(CNorvane& norvane, const CNode* pNode)
     constexpr double highestStart = 1.7976931348623157E308;
     constexpr double lowestStart = 2.2250738585072014E-308;
     double result = pNode->nKind == MIN ? highestStart : lowestStart;
+    bool isReached = pNode->nKind == MIN;   // a zero is as good as the smallest positive number
     for (CNode* pElement : pNode->Child(0)->m_Children) {
         double value = 0;
         if (!ReadReal(norvane, pElement, value)) return nullptr;
+        isReached = isReached || value >= 0;
         result = pNode->nKind == MIN ? std::min(result, value) : std::max(result, value);
     }
+    if (!isReached) norvane.m_Notes.Add(Note::OtherFold, pNode->location);
     return std::make_unique<CInitValue>(result);
 }
 

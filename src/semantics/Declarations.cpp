@@ -142,6 +142,8 @@ void CNorvane::AddMembers(CNode* pList, CType* pType, const CInitValue* pInit)
             pMember->m_Index = CloneOrNull(pUser->m_Index.get());
             pMember->m_Type = pUser->m_ElementType;
             if (!pInit) pMember->m_InitValue = CloneOrNull(pType->m_InitValue.get());
+        } else if (!pInit && pType->m_IsAlias && !IsBlank(pType->m_InitValue.get())) {
+            m_Notes.Add(Note::ValueDropped, pName->location, pName->szName);   // unlike a variable, it doesn't take it
         }
         m_StructInProgress->AddMember(std::move(pMember));
     }
@@ -178,7 +180,17 @@ void CNorvane::AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit)
     if (pInit && JoinsParameters()) WarnInitialisedParameter(pName->location);
     pVariable->m_InitValue = CloneOrNull(pValue);
     pName->pInit = CloneOrNull(pValue);
+    if (m_VarBlockFlags & InVarExternal) NoteExternalValue(*pVariable);
     EnterVariable(std::move(pVariable));
+}
+
+// The name means the global, which starts with its own value.
+void CNorvane::NoteExternalValue(const CVariable& variable)
+{
+    const CVariable* pGlobal = m_GlobalSymbols.Find(variable.m_Name);
+    const CInitValue* pGlobalValue = pGlobal ? pGlobal->m_InitValue.get() : nullptr;
+    if (!IsSameInit(variable.m_InitValue.get(), pGlobalValue) && variable.m_InitValue)
+        m_Notes.Add(Note::ValueDropped, variable.m_Location, variable.m_Name);
 }
 
 // A variable of the open block and the type, and in pInit the value that it starts with: of a type that the

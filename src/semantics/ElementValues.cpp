@@ -9,6 +9,7 @@
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
 #include "semantics/KnownValue.h"
+#include "semantics/NumberRange.h"
 #include "semantics/Wrapping.h"
 
 // Where a walk along a path stands. The two values are followed side by side: the variable's own where it
@@ -102,6 +103,7 @@ int CNorvane::EvalConstIndex(const CNode* pNode, std::int32_t& value)
     bool isInteger = false;
     switch (pNode->nKind) {
     case IMM_INTEGER:
+        NoteBeyond32Bits(m_Notes, pNode->nValue, pNode);
         value = LowBits(pNode->nValue);
         return 1;
     case IMM_REAL:
@@ -127,6 +129,7 @@ int CNorvane::EvalConstIndex(const CNode* pNode, std::int32_t& value)
         m_Errors.ErrArrayIndexType(pNode->location);
         return -1;
     }
+    NoteBeyond32Bits(m_Notes, number, pNode);
     value = LowBits(number);
     return 1;
 }

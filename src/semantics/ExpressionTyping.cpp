@@ -6,6 +6,7 @@
 #include "semantics/Norvane.h"
 
 #include "model/Type.h"
+#include "semantics/NumberRange.h"
 
 #include <algorithm>
 
@@ -94,7 +95,7 @@ static void TypeMinMax(CNorvane& norvane, CNode* pNode)
     if (!pCommon) return;
 
     for (CNode* pElement : pList->m_Children) {
-        if (!pElement->pType) pElement->pType = pCommon;
+        if (!pElement->pType) norvane.TypeLiteral(pElement, pCommon);
     }
     pList->pType = pCommon;
     pNode->pType = pCommon;
@@ -131,8 +132,8 @@ static void TypeOneChild(CNorvane& norvane, CNode* pNode)
 static void TypeFreeLiteral(CNorvane& norvane, CNode* pOperand)
 {
     if (pOperand->pType) return;
-    if (pOperand->nKind == IMM_INTEGER) pOperand->pType = norvane.m_DataTypes.FindType("INT");
-    if (pOperand->nKind == IMM_REAL) pOperand->pType = norvane.m_DataTypes.FindType("REAL");
+    if (pOperand->nKind == IMM_INTEGER) norvane.TypeLiteral(pOperand, norvane.m_DataTypes.FindType("INT"));
+    if (pOperand->nKind == IMM_REAL) norvane.TypeLiteral(pOperand, norvane.m_DataTypes.FindType("REAL"));
 }
 
 // The base decides. Kept: a typed exponent isn't looked at, whatever it is.
@@ -196,12 +197,15 @@ static void TypeArithmetic(CNorvane& norvane, CNode* pNode)
     }
     if (AcceptsLiteralRight(pLeft->pType, pRight)) {
         pNode->pType = pLeft->pType;
-        pRight->pType = pLeft->pType;
+        norvane.TypeLiteral(pRight, pLeft->pType);
         return;
     }
     if (AcceptsLiteralLeft(pRight->pType, pLeft, pRight)) {
         pNode->pType = pRight->pType;
-        pLeft->pType = pRight->pType;
+        norvane.TypeLiteral(pLeft, pRight->pType);
+        // Beside a REAL constant anything without a type passes. A declaration computes nothing of it.
+        if (!pLeft->IsNumericLiteral() && norvane.m_VarBlockFlags == 0)
+            norvane.m_Notes.Add(Note::ValueWithoutType, pLeft->location);
         return;
     }
     RefuseMismatch(norvane, pNode);
@@ -236,6 +240,14 @@ static void TypeModulo(CNorvane& norvane, CNode* pNode)
     RefuseBetween(norvane, pNode);
 }
 
+static bool CheckComparedLiteral(CNorvane& norvane, CType* pType, CNode* pLiteral)
+{
+    const bool isTyped = pLiteral->pType != nullptr;
+    if (!norvane.CheckImmediate(pType, pLiteral, /*bReport=*/true)) return false;
+    if (!isTyped) NoteComparedRange(norvane.m_Notes, pType, pLiteral);
+    return true;
+}
+
 // Any type at all compares with itself. A literal that can't take its neighbour's type has had its message,
 // and the comparison stays untyped.
 static void TypeComparison(CNorvane& norvane, CNode* pNode)
@@ -252,11 +264,11 @@ static void TypeComparison(CNorvane& norvane, CNode* pNode)
         return;
     }
     if (pLeft->pType && pRight->IsLiteral()) {
-        if (norvane.CheckImmediate(pLeft->pType, pRight, /*bReport=*/true)) pNode->pType = pBool;
+        if (CheckComparedLiteral(norvane, pLeft->pType, pRight)) pNode->pType = pBool;
         return;
     }
     if (pRight->pType && pLeft->IsLiteral()) {
-        if (norvane.CheckImmediate(pRight->pType, pLeft, /*bReport=*/true)) pNode->pType = pBool;
+        if (CheckComparedLiteral(norvane, pRight->pType, pLeft)) pNode->pType = pBool;
         return;
     }
     if (pLeft->pType) RefuseOperation(norvane, pNode, pLeft->pType);
@@ -393,7 +405,7 @@ static void TypeByAnchor(CNorvane& norvane, CNode* pNode)
     for (CNode* pOperand : pNode->m_Children) {
         if (IsSameType(pAnchor, pOperand->pType)) continue;
         if (CanTakeAnchor(pNode->nKind, pOperand)) {
-            pOperand->pType = pAnchor;
+            norvane.TypeLiteral(pOperand, pAnchor);
             continue;
         }
         norvane.m_Errors.ErrOperator(pNode->nKind, pOperand->location);
@@ -443,6 +455,15 @@ static bool IsLiteralOfClass(const CType* pType, const CNode* pNode)
     return false;
 }
 
+// A BOOL's initial value is known as such whatever number says it; in a statement the number itself is handed on.
+void CNorvane::TypeLiteral(CNode* pLiteral, CType* pType)
+{
+    pLiteral->pType = pType;
+    const bool isKnownBool = m_VarBlockFlags != 0 && pType && pType->IsBool();
+    if (!isKnownBool) NoteLiteralRange(m_Notes, pType, pLiteral);
+    if (pLiteral->bFractionLost && pType && pType->IsReal()) m_Notes.Add(Note::OtherFold, pLiteral->location);
+}
+
 bool CNorvane::CheckImmediate(CType* pType, CNode* pNode, bool bReport)
 {
     if (!pType || pType->IsError()) return false;
@@ -455,7 +476,7 @@ bool CNorvane::CheckImmediate(CType* pType, CNode* pNode, bool bReport)
         return true;
     }
     if (!pNode->pType) {
-        pNode->pType = pType;
+        TypeLiteral(pNode, pType);
         return true;
     }
     if (IsSameType(pNode->pType, pType)) return true;
@@ -472,7 +493,7 @@ static void CheckCastLiteral(CNorvane& norvane, CType* pFrom, CNode* pArgument)
         return;
     }
     if (!pArgument->pType) {
-        pArgument->pType = pFrom;
+        norvane.TypeLiteral(pArgument, pFrom);
         return;
     }
     if (IsSameType(pArgument->pType, pFrom)) return;

@@ -9,6 +9,7 @@
 #include "model/TypeArray.h"
 #include "model/TypeStruct.h"
 #include "semantics/KnownValue.h"
+#include "semantics/NumberRange.h"
 
 #include <algorithm>
 #include <limits>
@@ -61,6 +62,7 @@ bool CNorvane::BuildInitElement(CType* pType, CNode* pNode, std::unique_ptr<CIni
     default: break;
     }
     if (!pNode->IsLiteral() && !pNode->IsVariableAccess() && pNode->nKind != SIMPLIFIED) return false;
+    if (pNode->nKind == SIMPLIFIED) NoteValueRange(m_Notes, pType, pNode->pInit.get(), pNode);
     pInit = ValueOf(pNode, pType);
     return true;
 }
@@ -78,11 +80,20 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitArray(CType* pType, const CNode* 
             continue;
         }
         std::unique_ptr<CInitValue> pInit;
-        if (!BuildInitElement(pArrayType->m_Element, pChild, pInit)) continue;
+        const bool isBuilt = BuildInitElement(pArrayType->m_Element, pChild, pInit);
+        if (!isBuilt || (!pInit && !IsAggregate(pArrayType->m_Element)))
+            m_Notes.Add(Note::ValueDropped, pList->location, "an element");
+        if (!isBuilt) continue;
         pArray->Add(std::move(pInit), NarrowCount(repeat));
         repeat = 1;
     }
     return pArray;
+}
+
+// Whether it shows that a value isn't known: a structure or array without any falls back on the member's own.
+static bool IsMissed(const CMember& member)
+{
+    return !IsAggregate(member.m_Type) || !IsBlank(member.m_InitValue.get());
 }
 
 // Pairs of a member's name and its value. A node without children gives an empty structure. A value that isn't known
@@ -96,7 +107,10 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitStruct(CType* pType, const CNode*
         const CNode* pName = pList->Child(i);
         const CMember* pMember = pStructType->FindMember(pName->szName);
         std::unique_ptr<CInitValue> pInit;
-        if (!pMember || !BuildInitElement(pMember->m_Type, pList->Child(i + 1), pInit)) continue;
+        if (!pMember) continue;
+        const bool isBuilt = BuildInitElement(pMember->m_Type, pList->Child(i + 1), pInit);
+        if (!isBuilt || (!pInit && IsMissed(*pMember))) m_Notes.Add(Note::ValueDropped, pName->location, pName->szName);
+        if (!isBuilt) continue;
         pStruct->Add(pMember->m_Name, std::move(pInit), pName->location, m_Errors);
     }
     return pStruct;

@@ -11,6 +11,7 @@
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
 #include "semantics/KnownValue.h"
+#include "semantics/NumberRange.h"
 
 #include <limits>
 
@@ -182,6 +183,7 @@ std::unique_ptr<CInitValue> CNorvane::MakeVariableValue(CNode* pList, CType* pTy
     case SIMPLIFIED:
         // The expression has lost its operands, so the message stands at the names.
         if (!CheckInitType(pType, pValue, pList->location)) return nullptr;
+        NoteValueRange(m_Notes, pType, pValue->pInit.get(), pValue);
         return ValueOf(pValue, pType);
     case IDENTIFIER:
         if (!CheckInitType(pType, pValue, pList->location) || !pValue->pVariable) return nullptr;
@@ -195,6 +197,21 @@ std::unique_ptr<CInitValue> CNorvane::MakeVariableValue(CNode* pList, CType* pTy
     default:
         return pValue->IsLiteral() ? BuildInitScalar(pType, pValue) : nullptr;
     }
+}
+
+// At the names, which the expression may have come far from; where it was refused with a message, no note is printed.
+void CNorvane::NoteDroppedValue(const CNode* pList)
+{
+    m_Notes.Add(Note::ValueDropped, pList->location, pList->Child(0)->szName);
+}
+
+// A variable that starts with nothing starts with zero, and so does whoever takes its value; but what a parameter
+// of a function holds comes from its caller.
+static bool StartsWithZero(const CNode* pValue, int pouKind)
+{
+    const CVariable* pVariable = pValue->pVariable;
+    if (!pValue->IsIdentifier() || !pVariable) return false;
+    return pouKind != FUNCTION || !pVariable->IsParameter();
 }
 
 void CNorvane::DeclareWithInit(CNode* pList, CType* pType, CNode* pValue)
@@ -211,6 +228,7 @@ void CNorvane::DeclareWithInit(CNode* pList, CType* pType, CNode* pValue)
     CType* pBase = pType->GetBaseType();
     if (pType->IsStruct()) {
         if (CheckStructInit(pBase, pValue)) pInit = BuildInitStruct(pBase, pValue);
+        if (!pInit || pValue->nKind != STRUCT_INIT_LIST) NoteDroppedValue(pList);
     } else if (pValue->nKind == ARRAY_INIT_LIST) {
         // Kept: a list that is refused leaves the names undeclared, so their uses are reported.
         const CTypeArrayUser* pUser = pType->AsArrayUser();
@@ -218,6 +236,7 @@ void CNorvane::DeclareWithInit(CNode* pList, CType* pType, CNode* pValue)
         pInit = BuildInitArray(pUser->m_ElementType, pValue);
     } else {
         pInit = MakeVariableValue(pList, pBase, pValue);
+        if (!pInit && !StartsWithZero(pValue, m_PouKind)) NoteDroppedValue(pList);
     }
     AddVariables(pList, pType, pInit.get());
 }

@@ -5,6 +5,7 @@
 #include "semantics/Norvane.h"
 
 #include "semantics/Comparison.h"
+#include "semantics/NumberRange.h"
 #include "semantics/Wrapping.h"
 
 #include <algorithm>
@@ -90,9 +91,18 @@ static void TakeRemainder(CNorvane& norvane, CNode* pNode, std::int64_t a, std::
     BecomeInteger(norvane, pNode, RemainderWrapping(a, b));
 }
 
+// A constant knows its type and a number folded beside it, as in "c = NOT c", doesn't: both count with 64 bits.
+static void NoteComparedLiterals(CNotes& notes, const CNode* pLeft, const CNode* pRight)
+{
+    if (pLeft->pType && !pRight->pType) NoteComparedRange(notes, pLeft->pType, pRight);
+    if (pRight->pType && !pLeft->pType) NoteComparedRange(notes, pRight->pType, pLeft);
+}
+
 static void FoldIntegers(CNorvane& norvane, CNode* pNode, std::int64_t a, std::int64_t b)
 {
+    if (Wraps(pNode->nKind, a, b)) norvane.m_Notes.Add(Note::NumberBeyondWidth, pNode->location);
     if (const std::optional<bool> truth = CompareNumbers(pNode->nKind, a, b)) {
+        NoteComparedLiterals(norvane.m_Notes, pNode->Child(0), pNode->Child(1));
         BecomeBoolean(norvane, pNode, *truth);
         return;
     }
@@ -138,13 +148,30 @@ static double ToDouble(const CNode* pLiteral)
     return pLiteral->nKind == IMM_REAL ? pLiteral->dValue : static_cast<double>(pLiteral->nValue);
 }
 
-// The power is of the base's kind, so that 2 ** 0.5 is 1.
+// An integer literal for a real number. Whether its fraction is missed shows when the literal meets its type.
+static void BecomeTruncated(CNorvane& norvane, CNode* pNode, double value)
+{
+    if (!std::isnan(value) && !FitsInt64(value)) norvane.m_Notes.Add(Note::NumberBeyondWidth, pNode->location);
+    pNode->bFractionLost = value != std::trunc(value);
+    BecomeInteger(norvane, pNode, TruncateToInt64(value));
+}
+
+// The power is of the base's kind, so that 2 ** 0.5 is 1: nobody writes a real exponent for that.
 static void FoldPower(CNorvane& norvane, CNode* pNode)
 {
     const CNode* pBase = pNode->Child(0);
-    const double power = std::pow(ToDouble(pBase), ToDouble(pNode->Child(1)));
-    if (pBase->nKind == IMM_INTEGER) BecomeInteger(norvane, pNode, TruncateToInt64(power));
-    else BecomeReal(norvane, pNode, power);
+    const CNode* pExponent = pNode->Child(1);
+    const double power = std::pow(ToDouble(pBase), ToDouble(pExponent));
+    if (pBase->nKind == IMM_REAL) {
+        BecomeReal(norvane, pNode, power);
+        return;
+    }
+    const bool isRealExponent = pExponent->nKind == IMM_REAL;
+    const SourceLocation where = pNode->location;
+    BecomeTruncated(norvane, pNode, power);
+    if (!isRealExponent || !pNode->bFractionLost) return;
+    norvane.m_Notes.Add(Note::OtherFold, where);
+    pNode->bFractionLost = false;   // the note is drawn, whatever its type will be
 }
 
 // Kept: but for POWER, an integer and a real literal don't go together, and a comparison of such two stays.
@@ -168,10 +195,12 @@ static void FoldTwoNumbers(CNorvane& norvane, CNode* pNode)
 
 static void FoldInteger(CNorvane& norvane, CNode* pNode, std::int64_t value)
 {
+    const bool isNegated = pNode->nKind == UNARY_MINUS || (pNode->nKind == ABS && value < 0);
+    if (isNegated && Wraps('-', 0, value)) norvane.m_Notes.Add(Note::NumberBeyondWidth, pNode->location);
     switch (pNode->nKind) {
     case UNARY_MINUS: BecomeInteger(norvane, pNode, WrapNeg(value)); break;
     case ABS: BecomeInteger(norvane, pNode, WrapAbs(value)); break;
-    case SQRT: BecomeInteger(norvane, pNode, TruncateToInt64(std::sqrt(static_cast<double>(value)))); break;
+    case SQRT: BecomeTruncated(norvane, pNode, std::sqrt(static_cast<double>(value))); break;
     case NOT: BecomeInteger(norvane, pNode, ~value); break;
     default: break;
     }
@@ -271,6 +300,7 @@ static void FoldThreeIntegers(CNorvane& norvane, CNode* pNode)
         RefuseZeroDivisor(norvane, pNode);
         return;
     }
+    if (Wraps('*', a, b)) norvane.m_Notes.Add(Note::NumberBeyondWidth, pNode->location);
     BecomeInteger(norvane, pNode, DivideWrapping(WrapMul(a, b), c));   // the product has wrapped by then
 }
 

@@ -134,6 +134,7 @@ public:
     // Whether the literal suits the type, which it takes then if it had none. Without bReport only a literal that
     // has another type already draws a diagnostic.
     bool CheckImmediate(CType* pType, CNode* pNode, bool bReport);
+    void TypeLiteral(CNode* pLiteral, CType* pType);  // gives an untyped operand its type; a note if it can't hold it
     CNode* MakeCast(CCastFunction* pFunction, const SourceLocation& location, CNode* pArgument);
     bool IsPoison(const CNode* pNode) const;         // kind ERROR_ or the error type
     void Poison(CNode* pNode);                       // gives it the error type, which keeps followers silent
@@ -198,6 +199,7 @@ private:
     void AddBlockVariables(CNode* pList, CType* pType, const CInitValue* pInit);
     void AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit);
     std::unique_ptr<CVariable> MakeBlockVariable(CType*& pType, const CInitValue*& pInit);
+    void NoteExternalValue(const CVariable& variable);
     void PlaceAtAddress(CVariable& variable, const CNode* pName);
     void WarnInitialisedParameter(const SourceLocation& where);
     void EnterVariable(std::unique_ptr<CVariable> pVariable);
@@ -225,6 +227,7 @@ private:
     std::unique_ptr<CInitValue> MakeVariableValue(CNode* pList, CType* pType, CNode* pValue);
     bool CheckInitType(const CType* pDeclared, const CNode* pValue, const SourceLocation& where);
     bool CheckInitElement(CType* pElement, CNode* pValue);
+    void NoteDroppedValue(const CNode* pList);                                  // of the declared names
     bool CheckStructMember(const CMember& member, const CNode* pName, CNode* pValue);
     bool GetRepeatCount(const CNode* pNode, std::int64_t& value);
     bool BuildInitElement(CType* pType, CNode* pNode, std::unique_ptr<CInitValue>& pInit);

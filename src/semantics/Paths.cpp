@@ -9,6 +9,7 @@
 #include "model/TypeArray.h"
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
+#include "semantics/NumberRange.h"
 #include "semantics/Wrapping.h"
 
 namespace
@@ -67,15 +68,17 @@ static std::int64_t IntegerOf(const CInitValue& value)
 }
 
 // A constant's own initial value is its value; that of a variable only says how it starts.
-static int EvalIntegerVariable(const CNode* pNode, std::int32_t& value, CErrorHandler& errors)
+static int EvalIntegerVariable(CNorvane& norvane, const CNode* pNode, std::int32_t& value)
 {
     if (!IsSignedNode(pNode)) {
-        errors.ErrNeedsInteger(pNode->location);
+        norvane.m_Errors.ErrNeedsInteger(pNode->location);
         return -1;
     }
     const CVariable* pVariable = pNode->pVariable;
     if (!HasConstantValue(pVariable) || !pVariable->m_InitValue) return -1;
-    value = LowBits(IntegerOf(*pVariable->m_InitValue));
+    const std::int64_t number = IntegerOf(*pVariable->m_InitValue);
+    NoteBeyond32Bits(norvane.m_Notes, number, pNode);
+    value = LowBits(number);
     return 1;
 }
 
@@ -86,10 +89,11 @@ int CNorvane::EvalIntegerExpression(CNode* pNode, std::int32_t& value)
     case IMM_INTEGER:
         // Kept: also over a type that the literal has already, and the code generator prints it.
         if (CType* pType = m_DataTypes.FindType("DINT")) pNode->pType = pType;
+        NoteBeyond32Bits(m_Notes, pNode->nValue, pNode);
         value = LowBits(pNode->nValue);
         return 1;
     case IDENTIFIER:
-        return EvalIntegerVariable(pNode, value, m_Errors);
+        return EvalIntegerVariable(*this, pNode, value);
     case DOT: case ARRAY_ELEMENT: case SIMPLIFIED: case CAST_FUNCTION_CALL:
         if (!IsSignedNode(pNode)) m_Errors.ErrNeedsInteger(pNode->location);
         return -1;
@@ -110,6 +114,7 @@ int CNorvane::EvalIntegerExpression(CNode* pNode, std::int32_t& value)
     pNode->nValue = IntegerOf(*pNode->pInit);
     pNode->nKind = IMM_INTEGER;
     pNode->pInit.reset();
+    NoteBeyond32Bits(m_Notes, pNode->nValue, pNode);
     value = LowBits(pNode->nValue);
     return 1;
 }

@@ -4,6 +4,7 @@
 
 #include "model/Type.h"
 #include "model/Variable.h"
+#include "semantics/NumberRange.h"
 
 static bool IsArrayNode(const CNode* pNode)
 {
@@ -67,6 +68,7 @@ void CNorvane::CheckAssignment(CNode* pNode)
         pRight->pType = pLeft->pType;   // also over the same type under another name
         return;
     }
+    if (!pRight->pType) m_Notes.Add(Note::ValueWithoutType, pRight->location);   // accepted without a test
     if (!pRight->pType || IsSameType(pLeft->pType, pRight->pType)) return;
     m_Errors.ErrOperatorMismatch(ASSIGN, pLeft->pType, pRight->pType, pNode->location);
     pNode->pType = m_DataTypes.m_ErrorType;
@@ -79,7 +81,7 @@ void CNorvane::CheckCondition(CNode* pNode)
     // Kept: a condition that has failed already is reported here once more.
     if (!isBool && !pCondition->IsBooleanLiteral() && !pCondition->IsBooleanInteger())
         m_Errors.ErrNeedsBoolean(pCondition->location);
-    if (!pCondition->pType) pCondition->pType = m_DataTypes.FindType("BOOL");
+    if (!pCondition->pType) TypeLiteral(pCondition, m_DataTypes.FindType("BOOL"));
 }
 
 // What has a type of its own: the forms that the bounds and the step of a FOR are compared in.
@@ -112,6 +114,10 @@ void CNorvane::CheckFor(CNode* pNode)
     if (pStep) EvalIntegerExpression(pStep, value);
     EvalIntegerExpression(pStart, value);
     EvalIntegerExpression(pEnd, value);
+
+    // Whatever type they have, the variable is compared with the one and added the other.
+    NoteLiteralRange(m_Notes, pVariable->pType, pEnd);
+    if (pStep) NoteLiteralRange(m_Notes, pVariable->pType, pStep);
 
     if (!pEnd->pType) pEnd->pType = pVariable->pType;
     if (HasMismatch(*this, pStart, pEnd)) return;

@@ -7,6 +7,7 @@
 #include "semantics/Wrapping.h"
 
 #include <cmath>
+#include <limits>
 #include <optional>
 
 using ValuePointer = std::unique_ptr<CInitValue>;
@@ -86,11 +87,12 @@ static double Power(std::int64_t base, std::int64_t exponent)
 
 // ---- One function to a representation. A zero divisor gives no value; it was reported before.
 
-static ValuePointer FoldSigned(CErrorHandler& errors, std::int64_t a, std::int64_t b, int op,
+static ValuePointer FoldSigned(CNorvane& norvane, std::int64_t a, std::int64_t b, int op,
                                const SourceLocation& where)
 {
     if ((op == '/' || op == MOD) && b == 0) return nullptr;
-    if (op == '/' && RemainderWrapping(a, b) != 0) errors.WarnQuotient(where);
+    if (op == '/' && RemainderWrapping(a, b) != 0) norvane.m_Errors.WarnQuotient(where);
+    if (Wraps(op, a, b)) norvane.m_Notes.Add(Note::NumberBeyondWidth, where);
     switch (op) {
     case POWER: return MakeSigned(TruncateToInt64(Power(a, b)));
     case MOD: return MakeSigned(RemainderWrapping(a, b));
@@ -107,11 +109,34 @@ static ValuePointer FoldSigned(CErrorHandler& errors, std::int64_t a, std::int64
     return truth ? MakeBool(*truth) : nullptr;
 }
 
-static ValuePointer FoldUnsigned(CErrorHandler& errors, std::uint32_t a, std::uint32_t b, int op,
+// Whether the result on 32 bits without sign isn't that of the numbers. A negative right operand has come from a unary
+// minus: adding it gives the right sum all the same, dividing by it or comparing with it doesn't.
+static bool IsCutTo32Bits(std::uint32_t a, std::int64_t b, int op)
+{
+    constexpr std::int64_t highest = std::numeric_limits<std::uint32_t>::max();
+    std::int64_t exact = 0;
+    switch (op) {
+    case '+': exact = WrapAdd(a, b); break;
+    case '-': exact = WrapSub(a, b); break;
+    case '*':
+        if (Wraps('*', a, b)) return true;
+        exact = WrapMul(a, b);
+        break;
+    case '/':
+    case MOD: return b < 0;
+    default: return b < 0 && IsComparison(op);
+    }
+    return exact < 0 || exact > highest;
+}
+
+// What 32 bits without sign make of the operation; the right operand may know more of itself than they hold.
+static ValuePointer FoldUnsigned(CNorvane& norvane, std::uint32_t a, const CInitValue& right, int op,
                                  const SourceLocation& where)
 {
+    const std::uint32_t b = right.GetUnsigned();
     if ((op == '/' || op == MOD) && b == 0) return nullptr;
-    if (op == '/' && a % b != 0) errors.WarnQuotient(where);
+    if (op == '/' && a % b != 0) norvane.m_Errors.WarnQuotient(where);
+    if (IsCutTo32Bits(a, right.GetInt64(), op)) norvane.m_Notes.Add(Note::OtherFold, where);
     switch (op) {
     case POWER: return MakeUnsigned(TruncateToUInt32(Power(a, b)));
     case MOD: return MakeUnsigned(a % b);
@@ -154,11 +179,11 @@ static ValuePointer FoldBool(bool a, bool b, int op)
 }
 
 // An unsigned value beside a literal is widened first; only a power stays unsigned.
-static ValuePointer FoldWidened(CErrorHandler& errors, std::int64_t a, std::int64_t b, int op,
+static ValuePointer FoldWidened(CNorvane& norvane, std::int64_t a, std::int64_t b, int op,
                                 const SourceLocation& where)
 {
     if (op == POWER) return MakeUnsigned(TruncateToUInt32(Power(a, b)));
-    return FoldSigned(errors, a, b, op, where);
+    return FoldSigned(norvane, a, b, op, where);
 }
 
 // ---- A literal in the form that the value beside it asks for. Kept: a real literal beside an integer value
@@ -175,48 +200,101 @@ static bool GetTruth(const CNode& literal)
     return literal.nKind == TRUE;
 }
 
+// ---- What has been computed otherwise than it reads, by its operator or by the way the operands are taken.
+
+static double ToNumber(const CInitValue& value)
+{
+    if (value.IsReal()) return value.GetDouble();
+    return static_cast<double>(value.IsUnsigned() ? std::int64_t{value.GetUnsigned()} : value.GetInt64());
+}
+
+// The power belongs to its base's type: a whole number for integers, and then the exponent mustn't have been a real
+// one that gives a fraction.
+static bool IsPowerAsRead(bool isRealBase, double base, bool isRealExponent, double exponent, const CInitValue* pPower)
+{
+    if (!pPower || pPower->IsReal() != isRealBase) return false;
+    const double exact = std::pow(base, exponent);
+    if (std::isnan(exact)) return isRealBase;
+    const bool losesFraction = !isRealBase && exact != std::trunc(exact);
+    if (losesFraction && isRealExponent) return false;
+    return ToNumber(*pPower) == (isRealBase ? exact : std::trunc(exact));
+}
+
+static void NotePower(CNotes& notes, const CInitValue& left, const CInitValue& right, const CInitValue* pPower,
+                      const SourceLocation& where)
+{
+    if (!IsPowerAsRead(left.IsReal(), ToNumber(left), right.IsReal(), ToNumber(right), pPower))
+        notes.Add(Note::OtherFold, where);
+}
+
+static CInitValue ValueOfLiteral(const CNode& literal)
+{
+    return literal.nKind == IMM_REAL ? CInitValue(literal.dValue) : CInitValue(literal.nValue);
+}
+
 // ---- The family.
 
 ValuePointer CNorvane::FoldValues(const CInitValue& left, const CInitValue& right, int op, const SourceLocation& where)
 {
-    op = GetOperator(g_BinaryRules, op, left.m_Kind);
+    const int computed = GetOperator(g_BinaryRules, op, left.m_Kind);
+    if (computed != op && computed != 0) m_Notes.Add(Note::OtherFold, where);
+    ValuePointer pValue;
     switch (left.m_Kind) {
-    case CInitValue::Signed: return FoldSigned(m_Errors, left.GetInt64(), right.GetInt64(), op, where);
-    case CInitValue::Unsigned: return FoldUnsigned(m_Errors, left.GetUnsigned(), right.GetUnsigned(), op, where);
-    case CInitValue::Real: return FoldReal(left.GetDouble(), right.GetDouble(), op);
-    case CInitValue::Bool: return FoldBool(left.GetBool(), right.GetBool(), op);
-    default: return nullptr;
+    case CInitValue::Signed: pValue = FoldSigned(*this, left.GetInt64(), right.GetInt64(), computed, where); break;
+    case CInitValue::Unsigned: pValue = FoldUnsigned(*this, left.GetUnsigned(), right, computed, where); break;
+    case CInitValue::Real: pValue = FoldReal(left.GetDouble(), right.GetDouble(), computed); break;
+    case CInitValue::Bool: pValue = FoldBool(left.GetBool(), right.GetBool(), computed); break;
+    default: break;
     }
+    if (op == POWER) NotePower(m_Notes, left, right, pValue.get(), where);
+    return pValue;
 }
 
 ValuePointer CNorvane::FoldValueImmediate(const CInitValue& left, const CNode& right, int op,
                                           const SourceLocation& where)
 {
-    op = GetOperator(g_BinaryRules, op, left.m_Kind);
+    const int computed = GetOperator(g_BinaryRules, op, left.m_Kind);
+    if (computed != op && computed != 0) m_Notes.Add(Note::OtherFold, where);
+    ValuePointer pValue;
     switch (left.m_Kind) {
-    case CInitValue::Signed: return FoldSigned(m_Errors, left.GetInt64(), right.nValue, op, where);
-    case CInitValue::Unsigned: return FoldWidened(m_Errors, left.GetUnsigned(), right.nValue, op, where);
-    case CInitValue::Real: return FoldReal(left.GetDouble(), GetReal(right), op);
-    case CInitValue::Bool: return FoldBool(left.GetBool(), GetTruth(right), op);
-    default: return nullptr;
+    case CInitValue::Signed: pValue = FoldSigned(*this, left.GetInt64(), right.nValue, computed, where); break;
+    case CInitValue::Unsigned: pValue = FoldWidened(*this, left.GetUnsigned(), right.nValue, computed, where); break;
+    case CInitValue::Real: pValue = FoldReal(left.GetDouble(), GetReal(right), computed); break;
+    case CInitValue::Bool: pValue = FoldBool(left.GetBool(), GetTruth(right), computed); break;
+    default: break;
     }
+    if (op == POWER) NotePower(m_Notes, left, ValueOfLiteral(right), pValue.get(), where);
+    return pValue;
 }
 
-// Kept: on reals '-' and '/' exchange their operands, so that with a constant c "c - y" is y - c.
+// Kept: on reals '-' and '/' exchange their operands, so that with a constant c "c - y" is y - c. The user hears of it
+// where that isn't the same.
+static ValuePointer FoldExchanged(CNotes& notes, double literal, double value, int op, const SourceLocation& where)
+{
+    const bool isSame = op == '-' ? literal == value : std::fabs(literal) == std::fabs(value);
+    if (!isSame) notes.Add(Note::OtherFold, where);
+    return FoldReal(value, literal, op);
+}
+
 ValuePointer CNorvane::FoldImmediateValue(const CNode& left, const CInitValue& right, int op,
                                           const SourceLocation& where)
 {
-    op = GetOperator(g_BinaryRules, op, right.m_Kind);
-    const bool exchanged = op == '-' || op == '/';
+    const int computed = GetOperator(g_BinaryRules, op, right.m_Kind);
+    if (computed != op && computed != 0) m_Notes.Add(Note::OtherFold, where);
+    const bool exchanged = computed == '-' || computed == '/';
+    ValuePointer pValue;
     switch (right.m_Kind) {
-    case CInitValue::Signed: return FoldSigned(m_Errors, left.nValue, right.GetInt64(), op, where);
-    case CInitValue::Unsigned: return FoldWidened(m_Errors, left.nValue, right.GetUnsigned(), op, where);
+    case CInitValue::Signed: pValue = FoldSigned(*this, left.nValue, right.GetInt64(), computed, where); break;
+    case CInitValue::Unsigned: pValue = FoldWidened(*this, left.nValue, right.GetUnsigned(), computed, where); break;
     case CInitValue::Real:
-        if (exchanged) return FoldReal(right.GetDouble(), GetReal(left), op);
-        return FoldReal(GetReal(left), right.GetDouble(), op);
-    case CInitValue::Bool: return FoldBool(GetTruth(left), right.GetBool(), op);
-    default: return nullptr;
+        pValue = exchanged ? FoldExchanged(m_Notes, GetReal(left), right.GetDouble(), computed, where)
+                           : FoldReal(GetReal(left), right.GetDouble(), computed);
+        break;
+    case CInitValue::Bool: pValue = FoldBool(GetTruth(left), right.GetBool(), computed); break;
+    default: break;
     }
+    if (op == POWER) NotePower(m_Notes, ValueOfLiteral(left), right, pValue.get(), where);
+    return pValue;
 }
 
 static ValuePointer FoldUnarySigned(std::int64_t value, int op)

@@ -21,6 +21,18 @@ inline std::int64_t WrapMul(std::int64_t a, std::int64_t b)
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b));
 }
 
+// Whether one of the three above, told by its operator, wraps; no other operator does.
+inline bool Wraps(int op, std::int64_t a, std::int64_t b)
+{
+    std::int64_t result = 0;
+    switch (op) {
+    case '+': return __builtin_add_overflow(a, b, &result);
+    case '-': return __builtin_sub_overflow(a, b, &result);
+    case '*': return __builtin_mul_overflow(a, b, &result);
+    default: return false;
+    }
+}
+
 // The low 32 bits as a signed number.
 inline std::int32_t LowBits(std::int64_t value)
 {
@@ -53,11 +65,17 @@ inline std::int64_t RemainderWrapping(std::int64_t a, std::int64_t b)
     return a % b;
 }
 
+// Whether the number, cut to an integer, has its place in 64 bits; not-a-number hasn't.
+inline bool FitsInt64(double value)
+{
+    constexpr double limit = 9223372036854775808.0;   // 2 to the 63rd
+    return value >= -limit && value < limit;
+}
+
 // Towards zero. What doesn't fit, not-a-number among it, gives the lowest value on every machine.
 inline std::int64_t TruncateToInt64(double value)
 {
-    constexpr double limit = 9223372036854775808.0;   // 2 to the 63rd
-    if (!(value >= -limit && value < limit)) return std::numeric_limits<std::int64_t>::min();
+    if (!FitsInt64(value)) return std::numeric_limits<std::int64_t>::min();
     return static_cast<std::int64_t>(value);
 }
 
