@@ -13,6 +13,7 @@
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
 #include "semantics/Norvane.h"
+#include "semantics/UnwrittenLocals.h"
 #include "target/MemoryHandler.h"
 #include "target/MemoryMath.h"
 
@@ -206,6 +207,7 @@ void CCodeGeneration::GenerateProgram(CNode* pNode)
 void CCodeGeneration::WriteFunctionFrame(CNode* pNode)
 {
     CPou* pPou = m_CurrentPou;
+    NoteReadsOfUnwritten(m_Norvane.m_Notes, pNode, m_MemoryHandler->m_LocalVariables);
     WritePouHeader(pPou);
     WriteTabLine("DBI POU_BEGIN");
     WriteText("\n");
