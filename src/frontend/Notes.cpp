@@ -28,6 +28,12 @@ void CNotes::Add(Note note, const SourceLocation& where, std::string_view subjec
     m_Notes.push_back({note, file, where.nFirstLine, where.nFirstColumn, std::string(subject), nullptr, true});
 }
 
+void CNotes::AddOutsidePou(Note note, const SourceLocation& where, std::string_view subject)
+{
+    Add(note, where, subject);
+    m_Notes.back().isOutsidePou = true;
+}
+
 void CNotes::AddInFile(Note note, std::string_view file, int line, int column, std::string_view subject)
 {
     m_Notes.push_back({note, std::string(file), line, column, std::string(subject), nullptr, false});
@@ -35,7 +41,10 @@ void CNotes::AddInFile(Note note, std::string_view file, int line, int column, s
 
 void CNotes::EndPou(const CPou* pPou)
 {
-    for (; m_FirstOfPou < m_Notes.size(); ++m_FirstOfPou) m_Notes[m_FirstOfPou].pPou = pPou;
+    for (; m_FirstOfPou < m_Notes.size(); ++m_FirstOfPou) {
+        Entry& entry = m_Notes[m_FirstOfPou];
+        if (!entry.isOutsidePou) entry.pPou = pPou;
+    }
 }
 
 // Functions and function blocks that nothing reaches are comments in the output.

@@ -28,6 +28,8 @@ class CNotes
 public:
     // At a place in a source. The subject, where the note has one, stands for {} in its text.
     void Add(Note note, const SourceLocation& where, std::string_view subject = {});
+    // The same, but counting whatever becomes of the POU in which it is drawn.
+    void AddOutsidePou(Note note, const SourceLocation& where, std::string_view subject = {});
     // In a file that is no source: a line and a column from 1, or 0 for none.
     void AddInFile(Note note, std::string_view file, int line, int column, std::string_view subject = {});
     // About the target description, without a place in it.
@@ -55,6 +57,7 @@ private:
         std::string subject;
         const CPou* pPou;       // not owned; null: of none
         bool isSource;
+        bool isOutsidePou = false;
     };
 
     std::vector<Entry> m_Notes;

@@ -16,3 +16,13 @@ int CFunctionOverLoad::GetIndex(const CFunction* pFunction) const
     while (i >= 0 && m_Functions[static_cast<std::size_t>(i)].get() != pFunction) --i;
     return i;
 }
+
+void CFunctionOverLoad::Add(std::unique_ptr<CFunction> pFunction)
+{
+    std::vector<const CType*> signature;
+    for (const std::unique_ptr<CVariable>& pParameter : pFunction->m_Parameters) signature.push_back(pParameter->m_Type);
+    const bool isCallable = !signature.empty();
+    const bool isNew = m_Signatures.insert(std::move(signature)).second;
+    pFunction->m_IsHidden = !isCallable || !isNew;
+    m_Functions.push_back(std::move(pFunction));
+}

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -56,6 +57,7 @@ public:
     CFunction* AsFunction() override { return this; }
 
     CType* m_ReturnType = nullptr;                          // null when the function has no result
+    bool m_IsHidden = false;                                // no call can mean this form of an overload set
     CVariable* m_ReturnVariable = nullptr;                  // the local that holds the result, null likewise;
                                                             // once the POU's scope has ended only a mark
 };
@@ -68,8 +70,14 @@ public:
     CFunctionOverLoad* AsOverload() override { return this; }
 
     int GetIndex(const CFunction* pFunction) const;         // position in the set, -1 if it isn't in it
+    // Appends a form. It is hidden if an earlier one has the same types, or if it has no parameters: a call without
+    // any finds no set.
+    void Add(std::unique_ptr<CFunction> pFunction);
 
     std::vector<std::unique_ptr<CFunction>> m_Functions;    // in order of declaration
+
+private:
+    std::set<std::vector<const CType*>> m_Signatures;       // types of the parameters of all forms; for lookup only
 };
 
 class CFunctionBlock : public CPou

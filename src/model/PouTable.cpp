@@ -115,7 +115,7 @@ int CPouTable::AddToOverload(CFunctionOverLoad& set, std::unique_ptr<CFunction> 
     for (const std::unique_ptr<CFunction>& pMember : set.m_Functions) {
         if (!HaveSameCount(*pMember, *pFunction)) continue;
         if (HaveSameTypes(*pMember, *pFunction)) return RefuseDuplicate(*pMember, *pFunction);
-        set.m_Functions.push_back(std::move(pFunction));
+        set.Add(std::move(pFunction));
         return 1;
     }
     return -1;
@@ -126,8 +126,8 @@ void CPouTable::MakeOverload(std::size_t position, std::unique_ptr<CFunction> pF
 {
     std::unique_ptr<CFunction> pFirst(m_Owned[position].release()->AsFunction());
     auto pSet = std::make_unique<CFunctionOverLoad>(pFirst->m_Name, pFirst->m_Location);
-    pSet->m_Functions.push_back(std::move(pFirst));
-    pSet->m_Functions.push_back(std::move(pFunction));
+    pSet->Add(std::move(pFirst));
+    pSet->Add(std::move(pFunction));
     m_Order[position] = pSet.get();
     m_Owned[position] = std::move(pSet);
 }

@@ -79,7 +79,11 @@ void CNorvane::AddFunction(CNode* pNode)
         m_AnyFunctions.push_back(std::move(pFunction));   // no call finds it, but its tree refers to it
         return;
     }
-    if (m_Pous.AddPou(std::move(pFunction)) != 1) return;
+    const bool isTaken = m_Pous.AddPou(std::move(pFunction)) == 1;
+    // Nothing uses such a function, so the note can't depend on its being used.
+    if (!isTaken || pDeclared->m_IsHidden)
+        m_Notes.AddOutsidePou(Note::UnreachableForm, pNode->location, pNode->Child(0)->szName);
+    if (!isTaken) return;
     pNode->pPou = pDeclared;
     if (pReturnType && pReturnType->pType && pReturnType->pType->IsAggregate())
         m_Errors.ErrReturnsStruct(pReturnType->location);
