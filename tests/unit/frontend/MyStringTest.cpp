@@ -118,3 +118,12 @@ TEST(MyStringTest, PrintWritesTextAndLineEnd)
     CMyString("50% %s").Print();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "50% %s\n");
 }
+
+TEST(MyStringTest, BeyondTheLargestNumber)
+{
+    EXPECT_FALSE(CMyString("9223372036854775807").IsBeyondInt64(10));
+    EXPECT_TRUE(CMyString("9223372036854775808").IsBeyondInt64(10));
+    EXPECT_FALSE(CMyString("7FFFFFFFFFFFFFFF").IsBeyondInt64(16));
+    EXPECT_TRUE(CMyString("8000000000000000").IsBeyondInt64(16));
+    EXPECT_FALSE(CMyString("").IsBeyondInt64(2));
+}

@@ -56,6 +56,16 @@ TEST(NotesTest, OfUnusedFunctionsArePassedOver)
     EXPECT_EQ(notes.GetPrintedLines(g_Files), line(2, "two") + line(3, "three") + line(4, "four"));
 }
 
+TEST(NotesTest, OutsideOfAnyPouCountInAnUnusedOne)
+{
+    CFunction unused("unused", {});
+    CNotes notes;
+    notes.Add(Note::ExitOfCase, At("a.st", 1, 1));
+    notes.AddOutsidePou(Note::UnreachableForm, At("a.st", 2, 1), "f");
+    notes.EndPou(&unused);
+    EXPECT_EQ(notes.GetPrintedLines(g_Files), "a.st(2,1) : note N22: no call can reach this form of f\n");
+}
+
 TEST(NotesTest, OnePlaceDrawsTheSameNoteOnce)
 {
     CNotes notes;

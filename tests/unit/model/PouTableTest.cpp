@@ -177,6 +177,22 @@ TEST_F(PouTableTest, SameSignatureBehindADifferentOneGoesUnnoticed)
     EXPECT_EQ(0, m_Errors.GetErrorCount());
 }
 
+TEST_F(PouTableTest, FormsThatNoCallFindAreHidden)
+{
+    AddFunction("f", {&m_Int});
+    AddFunction("f", {&m_Real});
+    AddFunction("f", {&m_Real});
+    AddFunction("g", {&m_Int});
+    AddFunction("g", {});
+    const std::vector<std::unique_ptr<CFunction>>& forms = m_Table.FindOverload("f")->m_Functions;
+    ASSERT_EQ(3u, forms.size());
+    EXPECT_FALSE(forms[0]->m_IsHidden);
+    EXPECT_FALSE(forms[1]->m_IsHidden);
+    EXPECT_TRUE(forms[2]->m_IsHidden);
+    EXPECT_FALSE(m_Table.FindOverload("g")->m_Functions[0]->m_IsHidden);
+    EXPECT_TRUE(m_Table.FindOverload("g")->m_Functions[1]->m_IsHidden);
+}
+
 TEST_F(PouTableTest, ProgramOrBlockOfATakenNameIsADuplicate)
 {
     AddFunction("main", {&m_Int});
