@@ -7,12 +7,14 @@
 #include "files/Format.h"
 #include "files/Platform.h"
 #include "files/Print.h"
+#include "files/XmlReview.h"
 #include "files/TemporaryFiles.h"
 #include "frontend/MessageTable.h"
 #include "frontend/Parser.h"
 #include "frontend/Scanner.h"
 #include "semantics/Norvane.h"
 #include "target/TargetCheck.h"
+#include "target/TargetReview.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -89,17 +91,27 @@ bool CCompileDriver::HasCountingSource() const
     return std::any_of(sources.begin(), sources.end() - 1, [](const auto& name) { return name.has_value(); });
 }
 
+// What the description says and can't mean is read all the same.
+void CCompileDriver::NoteTargetFindings(const XmlReview& review)
+{
+    for (const TargetFinding& finding : ReviewTarget(m_Norvane.m_Target, review, TargetReviewScope::Notes))
+        m_Norvane.m_Notes.AddInFile(Note::TargetDescription, g_TargetFile, std::max(finding.line, 0),
+                                    std::max(finding.column, 0), finding.text);
+}
+
 // The order matters: each of these tables is made from the ones before it.
 bool CCompileDriver::LoadTarget()
 {
     m_Norvane.m_Notes.m_TargetFile = g_TargetFile;
-    m_Norvane.m_Target.Load(m_TargetFile);   // what could be read of a broken document may be all that it takes
+    XmlReview review;
+    m_Norvane.m_Target.Load(m_TargetFile, &review);   // what could be read of a broken document may be all that it takes
     m_TargetFile.Close();
     const std::string missing = FindMissingTargetNode(m_Norvane.m_Target);
     if (!missing.empty()) {
         PrintFailure(g_TargetFile + ": the target description has no node " + missing);
         return false;
     }
+    NoteTargetFindings(review);
     m_Norvane.m_DataTypes.LoadFromTarget();
     m_Norvane.m_Code.m_PointerType = m_Norvane.m_DataTypes.m_PointerType;
     m_Norvane.m_CastFunctions.Build(m_Norvane.m_DataTypes);

@@ -9,6 +9,7 @@
 #include <vector>
 
 class CNorvane;
+class XmlReview;
 
 // One run of the compiler, from the command line to the summary.
 class CCompileDriver
@@ -22,6 +23,7 @@ public:
 private:
     bool HasCountingSource() const;
     bool LoadTarget();
+    void NoteTargetFindings(const XmlReview& review);
     std::string FindLastSource() const;
     bool OpenOutput();
     void WriteHeader();
