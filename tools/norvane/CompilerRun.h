@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+class CImage;
+
+// One run of the compiler in a private folder, which is deleted with this object.
+class CCompilerRun
+{
+public:
+    CCompilerRun() = default;
+    ~CCompilerRun();
+    CCompilerRun(const CCompilerRun&) = delete;
+    CCompilerRun& operator=(const CCompilerRun&) = delete;
+
+    // False, with what the compiler printed, if it reported an error or couldn't be started. The compiler is the one
+    // beside this program, else the one on the PATH.
+    bool Compile(const std::vector<std::string>& sources, const std::string& target,
+                 const std::vector<std::string>& options, std::string& error);
+    std::string GetListingName() const { return m_Folder + "/program.asm"; }
+    // The compiler was given absolute names; the image gets back those that the user knows.
+    void RestoreSourceNames(CImage& image) const;
+
+private:
+    std::string m_Folder;
+    std::vector<std::string> m_Given;
+    std::vector<std::string> m_Absolute;
+};

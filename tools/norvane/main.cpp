@@ -1,0 +1,21 @@
+// norvane: runs and tests what the compiler made, without the controller.
+
+#include "norvane/RunCommand.h"
+#include "norvane/Session.h"
+
+#include <CLI/CLI.hpp>
+
+int main(int argc, char** argv)
+{
+    CLI::App app("Runs and tests compiled Structured Text on the desk, without the controller.", "norvane");
+    app.require_subcommand(1);
+    std::function<int()> run;
+    AddRunCommand(app, run);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        // Asking for help is no error; all else is one of the command line.
+        return app.exit(error) == 0 ? g_ExitFine : g_ExitUnable;
+    }
+    return run();
+}
