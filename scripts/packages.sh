@@ -22,6 +22,13 @@ need_build_tools() {
     need re2c re2c --version
 }
 
+# The compiler needs none of these; norvane does.
+need_norvane_libraries() {
+    need libcli11-dev has_header CLI/CLI.hpp
+    need libfmt-dev has_header fmt/format.h
+    need nlohmann-json3-dev has_header nlohmann/json.hpp
+}
+
 need_test_libraries() {
     need libgtest-dev has_header gtest/gtest.h
     need libbenchmark-dev has_header benchmark/benchmark.h

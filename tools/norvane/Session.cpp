@@ -11,7 +11,9 @@ template <class T>
 static void AddChoice(CLI::App& command, const std::string& name, T& value, const std::string& text,
                       const std::vector<std::pair<std::string, T>>& words)
 {
-    command.add_option(name, value, text)->transform(CLI::CheckedTransformer(words))->default_str(words.front().first)
+    command.add_option(name, value, text)
+        ->transform(CLI::CheckedTransformer(words).description("WORD"))
+        ->type_name("")
         ->group("What the code format leaves open");
 }
 

@@ -26,7 +26,6 @@ struct MachineArguments
     MachineOptions options;
     std::vector<std::string> tasks;      // "main=10ms"
     std::string scanTime = "10ms";
-    bool showNotes = true;
 };
 
 // Adds the switches of the model to a subcommand.

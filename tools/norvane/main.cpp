@@ -2,6 +2,7 @@
 
 #include "norvane/RunCommand.h"
 #include "norvane/Session.h"
+#include "norvane/TestCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -11,6 +12,7 @@ int main(int argc, char** argv)
     app.require_subcommand(1);
     std::function<int()> run;
     AddRunCommand(app, run);
+    AddTestCommand(app, run);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
