@@ -1,12 +1,15 @@
 #include "norvane/RunCommand.h"
 
 #include "machine/Retain.h"
+#include "norvane/LiveView.h"
 #include "norvane/Session.h"
 #include "norvane/TraceFile.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 
 namespace
@@ -17,6 +20,8 @@ struct RunArguments
     ProgramArguments program;
     MachineArguments machine;
     std::int64_t scans = 1;
+    bool hasScans = false;               // given by the user; a live run without it goes on until it is ended
+    bool isLive = false;
     std::vector<std::string> settings;   // before the first scan
     std::vector<std::string> forced;     // before each scan
     std::vector<std::string> watched;
@@ -44,6 +49,8 @@ private:
     bool ReadWatched(std::vector<MachineValue>& values);
     void PrintRow(std::int64_t scan, const std::vector<MachineValue>& values);
     int RunScans();
+    bool OpenLive();
+    bool GoesOnLive(std::int64_t scan, const std::vector<MachineValue>& values);
     int Report(RunStatus status);
     bool Fail(const std::string& text)
     {
@@ -57,6 +64,8 @@ private:
     std::unique_ptr<CMachine> m_pMachine;
     std::unique_ptr<CNames> m_pNames;
     std::unique_ptr<CTraceFile> m_pTrace;
+    std::unique_ptr<CLiveView> m_pLive;  // null: rows are printed
+    bool m_IsPaused = false;
     std::vector<NamedObject> m_Watched;
     std::vector<MachineValue> m_LastRow;
     std::vector<Assignment> m_Settings;
@@ -144,6 +153,40 @@ void CRun::PrintRow(std::int64_t scan, const std::vector<MachineValue>& values)
     fmt::print("{}\n", row);
 }
 
+bool CRun::OpenLive()
+{
+    if (!m_Arguments.isLive) return true;
+    if (m_Watched.empty()) return Fail("--live needs the names of --watch");
+    auto pLive = std::make_unique<CLiveView>(m_Names);
+    if (!pLive->Open()) return Fail("--live needs a terminal");
+    m_pLive = std::move(pLive);
+    return true;
+}
+
+// Shows the scan and waits until the next one is due. False when the user ends the run.
+bool CRun::GoesOnLive(std::int64_t scan, const std::vector<MachineValue>& values)
+{
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point due = Clock::now() + std::chrono::microseconds(m_ScanMicroseconds);
+    m_pLive->Show(scan, values, m_IsPaused);
+    for (;;) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(due - Clock::now()).count();
+        constexpr std::int64_t longest = 60'000;
+        const int wait = m_IsPaused ? -1 : static_cast<int>(std::clamp<std::int64_t>(left, 0, longest));
+        switch (m_pLive->WaitForKey(wait)) {
+        case CLiveView::Key::Pause:
+            m_IsPaused = !m_IsPaused;
+            m_pLive->Show(scan, values, m_IsPaused);
+            break;
+        case CLiveView::Key::Step: m_IsPaused = true; return true;
+        case CLiveView::Key::Quit: return false;
+        case CLiveView::Key::None:
+            if (!m_IsPaused && left <= 0) return true;
+            break;
+        }
+    }
+}
+
 int CRun::Report(RunStatus status)
 {
     std::fflush(stdout);
@@ -157,18 +200,22 @@ int CRun::Report(RunStatus status)
 
 int CRun::RunScans()
 {
+    if (!OpenLive()) return g_ExitUnable;
+    const std::int64_t last = m_pLive && !m_Arguments.hasScans ? INT64_MAX : m_Arguments.scans;
     RunStatus status = m_pMachine->Start();
     // Values of a user's own come behind the initial ones.
     if (status == RunStatus::Finished && !Apply(m_Settings)) return g_ExitUnable;
     std::vector<MachineValue> values;
-    for (std::int64_t scan = 1; status == RunStatus::Finished && scan <= m_Arguments.scans; ++scan) {
+    for (std::int64_t scan = 1; status == RunStatus::Finished && scan <= last; ++scan) {
         if (!Apply(m_Forced)) return g_ExitUnable;
         status = m_pMachine->RunScan();
         if (status != RunStatus::Finished) break;
         if (!ReadWatched(values)) return g_ExitUnable;
-        PrintRow(scan, values);
         if (m_pTrace) m_pTrace->Write(scan, (scan - 1) * m_ScanMicroseconds, values);
+        if (!m_pLive) PrintRow(scan, values);
+        else if (!GoesOnLive(scan, values)) break;
     }
+    m_pLive.reset();
     if (m_Watched.empty() && status == RunStatus::Finished)
         fmt::print("{} scan(s) run, {} instruction(s) in the last\n", m_pMachine->GetScan(),
                    m_pMachine->GetInstructions());
@@ -201,7 +248,10 @@ void AddRunCommand(CLI::App& app, std::function<int()>& run)
     pCommand->add_option("-i,--target", arguments.program.target, "target description (needed for sources and %IX0.0)");
     pCommand->add_option("--compiler-option", arguments.program.compilerOptions, "for the sources, such as -o1")
         ->allow_extra_args(false);
-    pCommand->add_option("--scans", arguments.scans, "how many scans (1)")->check(CLI::NonNegativeNumber);
+    CLI::Option* pScans =
+        pCommand->add_option("--scans", arguments.scans, "how many scans (1)")->check(CLI::NonNegativeNumber);
+    pCommand->add_flag("--live", arguments.isLive,
+                       "show the watched values in place, scan by scan: space pauses, s steps, q ends");
     pCommand->add_option("--set", arguments.settings, "NAME=VALUE before the first scan")->allow_extra_args(false);
     pCommand->add_option("--force", arguments.forced, "NAME=VALUE before each scan")->allow_extra_args(false);
     pCommand->add_option("--watch", arguments.watched, "names to show behind each scan, commas between them")
@@ -211,5 +261,8 @@ void AddRunCommand(CLI::App& app, std::function<int()>& run)
     pCommand->add_flag("--retain-by-name", arguments.retainByName,
                        "carry over what still fits where the layout has changed");
     AddMachineArguments(*pCommand, arguments.machine);
-    pCommand->callback([pArguments, &run] { run = [pArguments] { return CRun(*pArguments).Run(); }; });
+    pCommand->callback([pArguments, pScans, &run] {
+        pArguments->hasScans = pScans->count() > 0;
+        run = [pArguments] { return CRun(*pArguments).Run(); };
+    });
 }
