@@ -780,6 +780,7 @@ void CTranslator::TranslateConditionalJump(const Instruction& instruction)
             last.code = Shift(Operation::JumpEq_S8, wanted * kinds + relation % kinds);
             last.d = instruction.target;
             last.f = charge;
+            m_Code.instructionOfOp.back() = m_Instruction;   // only the jump can draw a trap
             m_LastResult = -1;
             return;
         }
@@ -787,6 +788,7 @@ void CTranslator::TranslateConditionalJump(const Instruction& instruction)
             last.code = onTrue ? Operation::JumpBit : Operation::JumpNotBit;
             last.d = instruction.target;
             last.f = charge;
+            m_Code.instructionOfOp.back() = m_Instruction;   // only the jump can draw a trap
             m_LastResult = -1;
             return;
         }

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -87,8 +88,25 @@ bool CCompilerRun::Compile(const std::vector<std::string>& sources, const std::s
     const std::string printed{std::istreambuf_iterator<char>(file), {}};
     if (status < 0) error = "the compiler could not be run: " + command.front();
     else if (status != 0 || !CountsNoErrors(printed)) error = "the sources do not compile:\n" + printed;
-    else return true;
-    return false;
+    else CollectNotes(printed, target);
+    return error.empty();
+}
+
+//	tank.st(12,5) : note N5: a literal FALSE in front of ELSIF: ...
+void CCompilerRun::CollectNotes(const std::string& printed, const std::string& target)
+{
+    std::istringstream stream(printed);
+    for (std::string line; std::getline(stream, line);) {
+        if (line.find(" : note N") == std::string::npos) continue;
+        const std::string absoluteTarget = std::filesystem::absolute(target).string();
+        if (line.starts_with(absoluteTarget)) line.replace(0, absoluteTarget.size(), target);
+        for (std::size_t i = 0; i < m_Absolute.size(); ++i) {
+            if (!line.starts_with(m_Absolute[i] + "(")) continue;
+            line.replace(0, m_Absolute[i].size(), m_Given[i]);
+            break;
+        }
+        m_Notes.push_back(line);
+    }
 }
 
 void CCompilerRun::RestoreSourceNames(CImage& image) const

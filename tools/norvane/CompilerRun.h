@@ -18,12 +18,17 @@ public:
     // beside this program, else the one on the PATH.
     bool Compile(const std::vector<std::string>& sources, const std::string& target,
                  const std::vector<std::string>& options, std::string& error);
+    // What the compiler noted of code that does something else than its source says, with the names that the user knows.
+    const std::vector<std::string>& GetNotes() const { return m_Notes; }
     std::string GetListingName() const { return m_Folder + "/program.asm"; }
     // The compiler was given absolute names; the image gets back those that the user knows.
     void RestoreSourceNames(CImage& image) const;
 
 private:
+    void CollectNotes(const std::string& printed, const std::string& target);
+
     std::string m_Folder;
     std::vector<std::string> m_Given;
     std::vector<std::string> m_Absolute;
+    std::vector<std::string> m_Notes;
 };

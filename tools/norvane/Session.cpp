@@ -3,8 +3,10 @@
 #include "norvane/CompilerRun.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <charconv>
+#include <cstdio>
 
 // A switch with words for the values of an enumeration.
 template <class T>
@@ -113,6 +115,7 @@ std::unique_ptr<CImage> LoadProgram(const ProgramArguments& arguments, std::stri
     }
     CCompilerRun run;
     if (!run.Compile(arguments.files, arguments.target, arguments.compilerOptions, error)) return nullptr;
+    for (const std::string& note : run.GetNotes()) fmt::print(stderr, "{}\n", note);
     std::unique_ptr<CImage> pImage = CImage::Load(run.GetListingName(), arguments.target, error);
     if (pImage) run.RestoreSourceNames(*pImage);
     return pImage;

@@ -47,8 +47,8 @@ struct ProgramArguments
     std::vector<std::string> compilerOptions;    // "-o1"
 };
 
-// Loads a program; sources are compiled first, in a folder of their own that is gone afterwards. Null, with what to
-// tell the user in `error`.
+// Loads a program; sources are compiled first, in a folder of their own that is gone afterwards, and the compiler's notes
+// go to standard error. Null, with what to tell the user in `error`.
 std::unique_ptr<CImage> LoadProgram(const ProgramArguments& arguments, std::string& error);
 
 // Gives the machine its tasks and times. False, with the reason, if one is unknown or no time.
