@@ -1,5 +1,6 @@
 #include "machine/Retain.h"
 
+#include "files/FileReplacement.h"
 #include "files/FileSystem.h"
 
 #include <cstdint>
@@ -88,12 +89,13 @@ bool CRetainFile::Save(const std::string& fileName, const CMachine& machine, std
         text += entry.object.name + "\t" + entry.object.pType->baseName + "\t" + entry.place + "\t" + ToHex(value) + "\n";
     }
     // Written beside and put in place whole, so that a full disk leaves the earlier file.
-    const std::string temporary = MakeTemporaryName(fileName);
-    std::ofstream file(temporary, std::ios::binary);
-    file << text;
-    file.close();
-    if (file && ReplaceFile(temporary, fileName)) return true;
-    RemoveFile(temporary);
+    FileReplacement replacement;
+    if (replacement.Prepare(fileName)) {
+        std::ofstream file(replacement.GetWorkName(), std::ios::binary);
+        file << text;
+        file.close();
+        if (file && replacement.TakePlace()) return true;
+    }
     error = fileName + ": cannot be written";
     return false;
 }
