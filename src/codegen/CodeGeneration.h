@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -281,6 +282,7 @@ private:
     void GenerateStringInit(const CVariable* pVariable, std::string& text) const;
     // How many stores a value of a type's own makes, null being the defaults of the structure's members.
     std::map<std::pair<const CTypeStruct*, const CInitValue*>, std::int64_t> m_StoreCounts;
+    std::set<std::pair<const CTypeStruct*, const CInitValue*>> m_LosingStructs;   // some part loses its default
 
     // StackAnalysis.cpp
     void ReadStackSettings();

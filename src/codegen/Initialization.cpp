@@ -7,8 +7,8 @@
 
 #include "codegen/CodeGeneration.h"
 #include "codegen/Counting.h"
-
 #include "codegen/RealText.h"
+
 #include "files/Format.h"
 #include "frontend/ErrorHandler.h"
 #include "frontend/Notes.h"
@@ -48,6 +48,7 @@ struct InitFrame
     std::int64_t stores = 0;                      // written for it so far
     std::int64_t next = 0;                        // the part that comes next
     int bit = 0;                                  // the running bit of a structure's scalars
+    bool losesDefault = false;                    // a part doesn't start with what it should
 
     // Of arrays only.
     std::int64_t count = 0;                       // elements
@@ -59,20 +60,22 @@ struct InitFrame
 };
 
 using StoreCounts = std::map<std::pair<const CTypeStruct*, const CInitValue*>, std::int64_t>;
+using LosingStructs = std::set<std::pair<const CTypeStruct*, const CInitValue*>>;
 
 // Writes the stores of one structure or array variable, or only counts them. The two differ in how often parts
-// that are alike are looked at: the count takes the first for all.
+// that are alike are looked at: the count takes the first for all. What is written otherwise than the source says draws
+// a note at the variable.
 class CInitWalk
 {
 public:
     // Without a text it counts.
-    CInitWalk(const CCodeGeneration& code, CNotes& notes, StoreCounts& counts, const CVariable& variable,
-              std::string* pText)
-        : m_Code(code), m_Notes(notes), m_Counts(counts), m_Variable(variable), m_Text(pText)
+    CInitWalk(const CCodeGeneration& code, CNotes& notes, StoreCounts& counts, LosingStructs& losing,
+              const CVariable& variable, std::string* pText)
+        : m_Code(code), m_Notes(notes), m_Counts(counts), m_Losing(losing), m_Variable(variable), m_Text(pText)
     {
     }
 
-    std::int64_t Run();               // the number of stores
+    std::int64_t Run();   // the number of stores
 
 private:
     void Enter(const CType* pType, std::int64_t offset, const CArrayOfArrayIndex* pIndex, int level,
@@ -94,17 +97,18 @@ private:
                       std::int64_t element);
     void AppendStore(const CType& type, std::int64_t offset, std::string_view bitText);
     void Draw(Note note);
-    void NoteMemberNotReached(const CInitValue* pGiven, const CMember& member);
+    void TakeLostDefault();
     void NoteReal(const CType& type, const CInitValue* pValue);
     void NoteBoolElement(const CType& type, std::int64_t element, std::int64_t distance, int bit);
 
     const CCodeGeneration& m_Code;
     CNotes& m_Notes;
     StoreCounts& m_Counts;            // of values that belong to types; not owned
+    LosingStructs& m_Losing;          // those of them with a part that loses its default; not owned
     const CVariable& m_Variable;
+    std::uint32_t m_DrawnNotes = 0;   // a bit for each note's number: all stand at the variable, so one of a kind does
     std::string* m_Text;              // not owned; null: the stores are only counted
     std::int64_t m_Stores = 0;
-    std::uint32_t m_DrawnNotes = 0;   // a bit for each note's number: all stand at the variable, so one of a kind does
     std::string m_Name;               // of the part being walked; a frame cuts it back to its own length
     std::vector<InitFrame> m_Frames;
 };
@@ -155,24 +159,31 @@ void CInitWalk::LeaveFrame()
 {
     const InitFrame& frame = m_Frames.back();
     const std::int64_t stores = frame.stores;
-    if (frame.pStruct && frame.isOfType) m_Counts.insert_or_assign({frame.pStruct, frame.pInit}, stores);
+    const bool losesDefault = frame.losesDefault;
+    if (frame.pStruct && frame.isOfType) {
+        m_Counts.insert_or_assign({frame.pStruct, frame.pInit}, stores);
+        if (losesDefault) m_Losing.insert({frame.pStruct, frame.pInit});
+    }
     m_Frames.pop_back();
     AddStores(stores);
+    if (losesDefault && !m_Frames.empty()) m_Frames.back().losesDefault = true;
 }
 
 // About the part being walked, at the variable.
 void CInitWalk::Draw(Note note)
 {
     const std::uint32_t bit = std::uint32_t{1} << static_cast<int>(note);
-    if (m_DrawnNotes & bit) return;
+    if (!m_Text || (m_DrawnNotes & bit)) return;
     m_DrawnNotes |= bit;
     m_Notes.Add(note, m_Variable.m_Location, m_Name);
 }
 
-// What the structure's initialiser gives an array member is lost: the member starts with its own value or with none.
-void CInitWalk::NoteMemberNotReached(const CInitValue* pGiven, const CMember& member)
+// The part being walked, or one in it, doesn't start with what it should. A structure remembers it: one that writes
+// nothing isn't walked a second time.
+void CInitWalk::TakeLostDefault()
 {
-    if (pGiven && !IsSameInit(pGiven, member.m_InitValue.get())) Draw(Note::DefaultNotWritten);
+    if (!m_Frames.empty()) m_Frames.back().losesDefault = true;
+    Draw(Note::DefaultNotWritten);
 }
 
 void CInitWalk::NoteReal(const CType& type, const CInitValue* pValue)
@@ -196,6 +207,7 @@ void CInitWalk::EnterStruct(const CTypeStruct* pStruct, std::int64_t offset, con
     const StoreCounts::const_iterator known = isOfType ? m_Counts.find({pStruct, pInit}) : m_Counts.end();
     if (known != m_Counts.end() && (!m_Text || known->second == 0)) {
         AddStores(known->second);
+        if (m_Losing.contains({pStruct, pInit})) TakeLostDefault();
         return;
     }
     InitFrame frame;
@@ -263,11 +275,11 @@ void CInitWalk::StepStruct()
         return;
     }
     // Kept: the structure's initialiser doesn't reach an array member, which has its own value only.
-    const CInitValue* pNamed = FindMemberInit(frame.pInit, member);
-    const CInitValue* pGiven = member.m_Type->IsStruct() ? pNamed : nullptr;
-    if (!pGiven) NoteMemberNotReached(pNamed, member);
-    const CInitValue* pInit = pGiven ? pGiven : member.m_InitValue.get();
-    const bool isOfType = pGiven ? frame.isOfType : true;
+    const CInitValue* pGiven = FindMemberInit(frame.pInit, member);
+    const bool isReached = pGiven && member.m_Type->IsStruct();
+    if (pGiven && !isReached && !IsSameInit(pGiven, member.m_InitValue.get())) TakeLostDefault();
+    const CInitValue* pInit = isReached ? pGiven : member.m_InitValue.get();
+    const bool isOfType = isReached ? frame.isOfType : true;
     Enter(member.m_Type, offset, member.m_Index.get(), 0, pInit, isOfType);   // may move the frames: `frame` ends here
 }
 
@@ -288,7 +300,7 @@ void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::
 
     // With an initialiser only what it names is set; the member's own default doesn't come in then.
     const CInitValue* pValue = frame.pInit ? FindMemberInit(frame.pInit, member) : member.m_InitValue.get();
-    if (frame.pInit && !pValue && !IsBlank(member.m_InitValue.get())) Draw(Note::DefaultNotWritten);
+    if (frame.pInit && !pValue && !IsBlank(member.m_InitValue.get())) TakeLostDefault();
     const std::string value = pValue ? pValue->GetText(false) : std::string();
     if (value.empty() || !FitsItsSlot(member)) return;
     ++frame.stores;
@@ -326,8 +338,7 @@ void CInitWalk::StepArray()
     InitFrame& frame = m_Frames.back();
     m_Name.resize(frame.nameLength);
     // Inner arrays of BOOL have no distance from each other, so all lie on top of the first.
-    const bool hasStored = frame.next > 1 && frame.stores > frame.storesBeforeElement;
-    if (m_Text && hasStored && frame.stride == 0) Draw(Note::BoolArray);
+    if (frame.next > 1 && frame.stride == 0 && frame.stores > frame.storesBeforeElement) Draw(Note::BoolArray);
     if (frame.next > 0) PassOverAlikeElements(frame);
     if (frame.next >= frame.count) {
         LeaveFrame();
@@ -445,7 +456,7 @@ void CCodeGeneration::GenerateStringInit(const CVariable* pVariable, std::string
 
 std::int64_t CCodeGeneration::CountInitialStores(const CVariable* pVariable)
 {
-    return CInitWalk(*this, m_Norvane.m_Notes, m_StoreCounts, *pVariable, nullptr).Run();
+    return CInitWalk(*this, m_Norvane.m_Notes, m_StoreCounts, m_LosingStructs, *pVariable, nullptr).Run();
 }
 
 void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::string& text)
@@ -460,7 +471,7 @@ void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::stri
         if (CountInitialStores(pVariable) > g_MostStores)
             EndGeneration(pVariable->m_Location, FormatText("more than %lld elements of ", static_cast<long long>(g_MostStores)) +
                                                      pVariable->m_Name + " have an initial value to be written");
-        CInitWalk(*this, m_Norvane.m_Notes, m_StoreCounts, *pVariable, &text).Run();
+        CInitWalk(*this, m_Norvane.m_Notes, m_StoreCounts, m_LosingStructs, *pVariable, &text).Run();
         return;
     }
     if (pType->IsString()) {

@@ -107,7 +107,8 @@ bool CInitStruct::IsSameAs(const CInitValue& other) const
     const auto isSame = [](const auto& first, const auto& second) {
         return first.first == second.first && IsSameInit(first.second.get(), second.second.get());
     };
-    return std::equal(m_Members.begin(), m_Members.end(), structure.m_Members.begin(), structure.m_Members.end(), isSame);
+    return std::equal(m_Members.begin(), m_Members.end(), structure.m_Members.begin(), structure.m_Members.end(),
+                      isSame);
 }
 
 bool CInitValue::IsZero() const

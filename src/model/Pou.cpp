@@ -20,7 +20,8 @@ int CFunctionOverLoad::GetIndex(const CFunction* pFunction) const
 void CFunctionOverLoad::Add(std::unique_ptr<CFunction> pFunction)
 {
     std::vector<const CType*> signature;
-    for (const std::unique_ptr<CVariable>& pParameter : pFunction->m_Parameters) signature.push_back(pParameter->m_Type);
+    for (const std::unique_ptr<CVariable>& pParameter : pFunction->m_Parameters)
+        signature.push_back(pParameter->m_Type);
     const bool isCallable = !signature.empty();
     const bool isNew = m_Signatures.insert(std::move(signature)).second;
     pFunction->m_IsHidden = !isCallable || !isNew;

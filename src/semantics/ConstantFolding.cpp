@@ -106,7 +106,8 @@ static bool IsTestedDivisor(const CNode* pDivisor, ValueClass valueClass)
 }
 
 // Wanted: with exchanged bounds this LIMIT gives another result than that of three literals, and than the machine's.
-template <typename Number> static Number Limit(CNorvane& norvane, const CNode* pNode, Number low, Number value, Number high)
+template <typename Number>
+static Number Limit(CNorvane& norvane, const CNode* pNode, Number low, Number value, Number high)
 {
     if (low > high) norvane.m_Notes.Add(Note::OtherFold, pNode->location);
     return std::max(low, std::min(value, high));
