@@ -179,7 +179,7 @@ void CCodeGeneration::GenerateReal(const CNode* pNode, std::string& text)
 // in an assignment.
 void CCodeGeneration::GenerateStringLiteral(const CNode* pNode, std::string& text)
 {
-    for (const char byte : pNode->szString.Get()) {
+    for (const char byte : pNode->szString) {
         AppendFormat(text, "\tPUSH%d ;", static_cast<signed char>(byte));
         text += byte;
         text += '\n';
@@ -420,12 +420,12 @@ void CCodeGeneration::GenerateActualParameter(CNode* pActual, const CVariable& f
 void CCodeGeneration::GenerateFunctionCall(CNode* pNode, std::string& text)
 {
     CFunction* pFunction = pNode->pPou ? pNode->pPou->AsFunction() : nullptr;
-    if (!pFunction) InternalFault("a call of " + pNode->szName + " has no function");
+    if (!pFunction) InternalFault("a call of " + std::string(pNode->GetName()) + " has no function");
 
     const CNode* pActuals = pNode->GetChildCount() > 0 ? pNode->Child(0) : nullptr;
     const int count = pActuals ? pActuals->GetChildCount() : 0;
     if (count > static_cast<int>(pFunction->m_Parameters.size()))
-        InternalFault("a call of " + pNode->szName + " has too many parameters");
+        InternalFault("a call of " + std::string(pNode->GetName()) + " has too many parameters");
     for (int i = 0; i < count; ++i)
         GenerateActualParameter(pActuals->Child(i), *pFunction->m_Parameters[static_cast<std::size_t>(i)], text);
 

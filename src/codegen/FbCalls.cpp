@@ -54,7 +54,7 @@ CCodeGeneration::FbCall CCodeGeneration::DescribeFbCall(const CNode* pNode) cons
 {
     const CVariable* pInstance = pNode->pVariable;
     const CTypeStructFB* pStruct = pInstance && pInstance->m_Type ? pInstance->m_Type->AsStructFB() : nullptr;
-    if (!pStruct || !pStruct->m_FunctionBlock) InternalFault("a call of " + pNode->szName + " has no function block");
+    if (!pStruct || !pStruct->m_FunctionBlock) InternalFault("a call of " + std::string(pNode->GetName()) + " has no function block");
 
     FbCall call{.pNode = pNode, .pInstance = pInstance, .pStruct = pStruct};
     if (pNode->GetChildCount() > 0) {
@@ -74,7 +74,7 @@ CCodeGeneration::FbParameter CCodeGeneration::DescribeFbParameter(const FbCall& 
 {
     const CMember* pMember = pNode->Child(0)->pMember;
     if (!pMember || !pMember->m_Type)
-        InternalFault("a parameter of the call of " + call.pNode->szName + " has no member");
+        InternalFault("a parameter of the call of " + std::string(call.pNode->GetName()) + " has no member");
 
     FbParameter parameter{.pValue = pNode->Child(1), .pMember = pMember};
     call.pStruct->FindMember(pMember->m_Name, &parameter.position);

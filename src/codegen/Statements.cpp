@@ -120,7 +120,7 @@ void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode
     const std::int64_t step = pTarget->pType ? pTarget->pType->GetPlacingAlign() : 1;
     std::int64_t offsetBytes = pVariable->m_Offset;
     bool isFirst = true;
-    for (const char byte : pLiteral->szString.Get()) {
+    for (const char byte : pLiteral->szString) {
         if (!isFirst) text += '\n';   // the last line is left open
         isFirst = false;
         AppendFormat(text, "\tPUSH %d ;", static_cast<signed char>(byte));

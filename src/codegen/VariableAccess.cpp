@@ -112,15 +112,16 @@ void CCodeGeneration::GenerateFbScalar(const CNode* pNode, AccessMode mode, std:
 void CCodeGeneration::EnterMember(const CNode* pStep, AccessPath& path)
 {
     const CTypeStruct* pStruct = path.pType ? path.pType->AsStruct() : nullptr;
-    const CMember* pMember = pStruct ? pStruct->FindMember(pStep->szName) : nullptr;
-    if (!pMember) InternalFault("the path " + path.text + "." + pStep->szName + " has no such member");
+    const CMember* pMember = pStruct ? pStruct->FindMember(pStep->GetName()) : nullptr;
+    if (!pMember) InternalFault("the path " + path.text + "." + std::string(pStep->GetName()) + " has no such member");
 
     path.offsetBytes = WrapAdd(path.offsetBytes, pMember->m_Offset);
     path.level = 0;
     path.pType = pMember->m_Type;
     if (path.pType && path.pType->IsArray()) path.pIndex = pMember->m_Index.get();
     if (path.EndsInBool()) path.bit = pStruct->GetBoolBit(pMember);
-    path.text += "." + pStep->szName;
+    path.text += '.';
+    path.text += pStep->GetName();
 }
 
 // Inner arrays of BOOL have no distance from each other: behind the first one there is nothing to be found.

@@ -67,12 +67,12 @@ static std::string NameOf(const CType* pType)
 }
 
 // The name of the variable that a path starts at. A list, which can stand in place of a path, has none.
-static std::string RootNameOf(const CNode* pNode)
+static std::string_view RootNameOf(const CNode* pNode)
 {
     if (!pNode) return {};
     const bool isPath = pNode->nKind == DOT || pNode->nKind == ARRAY_ELEMENT;
-    if (pNode->szName.empty() && isPath && pNode->GetChildCount() > 0) return pNode->Child(0)->szName;
-    return pNode->szName;
+    if (!pNode->pName && isPath && pNode->GetChildCount() > 0) return pNode->Child(0)->GetName();
+    return pNode->GetName();
 }
 
 static int GetKindPiece(const CPou& pou)

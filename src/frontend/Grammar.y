@@ -80,14 +80,19 @@ static CNode* Append(CNode* pList, CNode* pItem)
     return g_Context->AppendToList(pList, pItem);
 }
 
-static CNode* Name(char* szName, const SourceLocation& location)
+static CNode* Name(const CName* pName, const SourceLocation& location)
 {
-    return g_Context->MakeIdentifier(szName, location);
+    return g_Context->MakeIdentifier(*pName, location);
 }
 
 static CNode* Integer(std::int64_t value, const SourceLocation& location)
 {
     return g_Context->MakeInteger(value, location);
+}
+
+static CNode* FinishPart(CNode* pFile, CNode* pPart, const SourceLocation& location)
+{
+    return g_Context->FinishFilePart(pFile, pPart, location);
 }
 
 static CNode* FinishPou(CNode* pPou)
@@ -102,11 +107,9 @@ static CNode* FinishVarBlock(CNode* pBlock)
     return pBlock;
 }
 
-// The declaring methods free no node; these do so where the tree doesn't go on using them.
 static CNode* DeclareWithValue(CNode* pList, CType* pType, CNode* pValue)
 {
     g_Context->DeclareWithInit(pList, pType, pValue);
-    DeleteTree(pValue);
     return pList;
 }
 
@@ -119,23 +122,18 @@ static CNode* DeclareWithStruct(CNode* pList, CType* pType, CNode* pValues)
 static CNode* DeclareString(CNode* pList, CNode* pLength, CStringLiteral* pText)
 {
     g_Context->DeclareString(pList, pLength, pText);
-    DeleteTree(pLength);
     return pList;
 }
 
 static CNode* DeclareStringFromVariable(CNode* pList, CNode* pLength, CNode* pVariable)
 {
     g_Context->DeclareStringFromVariable(pList, pLength, pVariable);
-    DeleteTree(pLength);
-    DeleteTree(pVariable);
     return pList;
 }
 
 static CNode* DeclareArray(CNode* pList, CNode* pRanges, CType* pElement, CNode* pValues)
 {
     g_Context->DeclareArray(pList, pRanges, pElement, pValues);
-    DeleteTree(pRanges);
-    DeleteTree(pValues);
     return pList;
 }
 
@@ -146,9 +144,8 @@ static CNode* DeclarePlain(CNode* pList, CType* pType)
 }
 
 // A declaration at an address that has no name declares nothing; an empty list stands for it.
-static CNode* DropNameless(char* szAddress, const SourceLocation& location)
+static CNode* NamelessDeclaration(const SourceLocation& location)
 {
-    delete[] szAddress;
     return Node(LIST_ID, location);
 }
 
@@ -168,19 +165,13 @@ static bool TooManyErrors()
     return g_Context->m_Errors.FatalTooManyErrors();
 }
 
-static void FreeTokenValue(int token)
-{
-    if (token == IDENTIFIER || token == DIRECT_VARIABLE) delete[] yylval.szText;
-    if (token == STR_DIR) delete yylval.pString;
-}
-
 // Behind a broken declaration everything up to the next ";" or END_VAR goes, that token being the next one of
 // the parser. The end of the input ends the search as well.
 static void SkipBrokenDeclaration(int& lookahead)
 {
     if (lookahead == TK_YYEMPTY) lookahead = yylex();
     while (lookahead != ';' && lookahead != END_VAR && lookahead > TK_YYEOF) {
-        FreeTokenValue(lookahead);
+        if (lookahead == STR_DIR) delete yylval.pString;
         lookahead = yylex();
     }
 }
@@ -192,8 +183,8 @@ static void SkipBrokenDeclaration(int& lookahead)
 // ORDER TOKENS, tied to the list of Tokens.def at the end of this file.
 %token <nValue> IMM_INTEGER 258
 %token <dValue> IMM_REAL 259
-%token <szText> IDENTIFIER 260
-%token <szText> DIRECT_VARIABLE 261 "DIRECT VARIABLE"
+%token <pName> IDENTIFIER 260
+%token <pName> DIRECT_VARIABLE 261 "DIRECT VARIABLE"
 %token DATE_AND_TIME_DIR 262
 %token DATE_DIR 263
 %token TIME_DIR 264
@@ -325,36 +316,33 @@ static void SkipBrokenDeclaration(int& lookahead)
 %type <pNode> global_var_block external_var_block while repeat for if elseif_op case case_body isv exp exp_list
 %type <pNode> time_exp
 
-%destructor { delete[] $$; } <szText>
 %destructor { delete $$; } <pString>
-%destructor { DeleteTree($$); } <pNode>
 
 %start starting_prod
 
 %%
 
-// The tree has been dumped when this returns; accepting frees it with what is left on the stack.
-// The tree isn't handed on to the parser's cleaning up: it stays to the end of the process, since taking it apart
-// node by node would cost more than a tenth of the run.
+// Code is generated of each part of a file as soon as it is complete, and then its nodes are gone: the value of a file
+// is the list of its parts where the tree is to be dumped, else null.
 starting_prod:
     file                            { g_Context->FinishSourceFile($1); $$ = nullptr; }
     ;
 
-// ---- A source file. What is complete goes to the code generator at once.
+// ---- A source file.
 
 file:
-    program                         { $$ = Node(FILE_GLOBAL, @1, {$1}); g_Context->m_Code.GenerateProgram($1); }
-    | function                      { $$ = Node(FILE_GLOBAL, @1, {$1}); g_Context->m_Code.GenerateFunction($1); }
-    | global_var_block              { $$ = Node(FILE_GLOBAL, @1, {$1}); }
-    | function_block                { $$ = Node(FILE_GLOBAL, @1, {$1}); g_Context->m_Code.GenerateFunctionBlock($1); }
-    | type_user_decl                { $$ = Node(FILE_GLOBAL, @1, {$1}); }
-    | file program                  { $$ = Append($1, $2); g_Context->m_Code.GenerateProgram($2); }
-    | file function                 { $$ = Append($1, $2); g_Context->m_Code.GenerateFunction($2); }
-    | file global_var_block         { $$ = Append($1, $2); }
-    | file function_block           { $$ = Append($1, $2); g_Context->m_Code.GenerateFunctionBlock($2); }
-    | file type_user_decl           { $$ = Append($1, $2); }
-    | error                         { CNode* pError = Node(ERROR_, @1); $$ = Node(FILE_GLOBAL, @1, {pError}); }
-    | file error                    { $$ = Append($1, Node(ERROR_, @1)); }
+    program                         { g_Context->m_Code.GenerateProgram($1); $$ = FinishPart(nullptr, $1, @1); }
+    | function                      { g_Context->m_Code.GenerateFunction($1); $$ = FinishPart(nullptr, $1, @1); }
+    | global_var_block              { $$ = FinishPart(nullptr, $1, @1); }
+    | function_block                { g_Context->m_Code.GenerateFunctionBlock($1); $$ = FinishPart(nullptr, $1, @1); }
+    | type_user_decl                { $$ = FinishPart(nullptr, $1, @1); }
+    | file program                  { g_Context->m_Code.GenerateProgram($2); $$ = FinishPart($1, $2, @1); }
+    | file function                 { g_Context->m_Code.GenerateFunction($2); $$ = FinishPart($1, $2, @1); }
+    | file global_var_block         { $$ = FinishPart($1, $2, @1); }
+    | file function_block           { g_Context->m_Code.GenerateFunctionBlock($2); $$ = FinishPart($1, $2, @1); }
+    | file type_user_decl           { $$ = FinishPart($1, $2, @1); }
+    | error                         { $$ = FinishPart(nullptr, Node(ERROR_, @1), @1); }
+    | file error                    { $$ = FinishPart($1, Node(ERROR_, @1), @1); }
     ;
 
 program:
@@ -370,9 +358,9 @@ function:
     ;
 
 func_decl:
-    IDENTIFIER ':' function_return_type { g_Context->AddReturnVariable($1, $3); } stmt_list
+    IDENTIFIER ':' function_return_type { g_Context->AddReturnVariable(*$1, $3); } stmt_list
                                     { $$ = FinishPou(Node(FUNCTION, @1, {Name($1, @1), $3, $5})); }
-    | IDENTIFIER ':' function_return_type { g_Context->AddReturnVariable($1, $3); } var_block stmt_list
+    | IDENTIFIER ':' function_return_type { g_Context->AddReturnVariable(*$1, $3); } var_block stmt_list
                                     { $$ = FinishPou(Node(FUNCTION, @1, {Name($1, @1), $3, $5, $6})); }
     | IDENTIFIER stmt_list          { $$ = FinishPou(Node(FUNCTION, @1, {Name($1, @1), $2})); }
     | IDENTIFIER var_block stmt_list
@@ -395,11 +383,7 @@ stmt_list:
     stmt                            { $$ = Node(STMT_LIST, @1, {$1}); }
     | stmt_list stmt                {
                                         // A file full of errors ends here, not at its last line.
-                                        if (TooManyErrors()) {
-                                            DeleteTree($1);
-                                            DeleteTree($2);
-                                            YYABORT;
-                                        }
+                                        if (TooManyErrors()) YYABORT;
                                         $$ = Append($1, $2);
                                     }
     ;
@@ -415,10 +399,10 @@ stmt:
     | EXIT ';'                      { $$ = Node(EXIT, @1); }
     | RETURN ';'                    { $$ = Node(RETURN, @1); }
     | IDENTIFIER '(' parameter_list ')' ';'
-                                    { $$ = g_Context->MakeFunctionCall($1, @1, /*bInExpression=*/false, $3); }
-    | IDENTIFIER '(' ')' ';'        { $$ = g_Context->MakeFunctionCall($1, @1, /*bInExpression=*/false, nullptr); }
+                                    { $$ = g_Context->MakeFunctionCall(*$1, @1, /*bInExpression=*/false, $3); }
+    | IDENTIFIER '(' ')' ';'        { $$ = g_Context->MakeFunctionCall(*$1, @1, /*bInExpression=*/false, nullptr); }
     | IDENTIFIER '(' fb_parameter_list ')' ';'
-                                    { $$ = g_Context->MakeFbCall($1, @1, $3); }
+                                    { $$ = g_Context->MakeFbCall(*$1, @1, $3); }
     | SYSTEM '(' IMM_INTEGER ')' ';'
                                     { $$ = Node(SYSTEM, @1, {Integer($3, @3)}); }
     | error                         { $$ = Node(ERROR_, @1); }
@@ -432,10 +416,10 @@ signed_integer:
 
 list_id:
     IDENTIFIER                      {
-                                        CNode* pName = g_Context->MakeDeclaredIdentifier($1, @1);
+                                        CNode* pName = g_Context->MakeDeclaredIdentifier(*$1, @1);
                                         $$ = Node(LIST_ID, @1, {pName});
                                     }
-    | list_id ',' IDENTIFIER        { $$ = Append($1, g_Context->MakeDeclaredIdentifier($3, @3)); }
+    | list_id ',' IDENTIFIER        { $$ = Append($1, g_Context->MakeDeclaredIdentifier(*$3, @3)); }
     ;
 
 variable:
@@ -444,23 +428,23 @@ variable:
 
 // The address of a direct variable isn't put into the node.
 var:
-    IDENTIFIER                      { $$ = g_Context->MakeVariable($1, @1); }
+    IDENTIFIER                      { $$ = g_Context->MakeVariable(*$1, @1); }
     | array_element                 { $$ = $1; }
-    | DIRECT_VARIABLE               { delete[] $1; $$ = Node(DIRECT_VARIABLE, @1); }
+    | DIRECT_VARIABLE               { $$ = Node(DIRECT_VARIABLE, @1); }
     | struct_element                { $$ = $1; }
     ;
 
 struct_element:
     var '.' IDENTIFIER              { $$ = Append($1, Name($3, @3)); }
     | IDENTIFIER '.' IDENTIFIER     {
-                                        CNode* pRoot = g_Context->MakeVariable($1, @1);
+                                        CNode* pRoot = g_Context->MakeVariable(*$1, @1);
                                         $$ = Node(DOT, @2, {pRoot, Name($3, @3)});
                                     }
     ;
 
 array_element:
     IDENTIFIER '[' exp_list ']'     {
-                                        CNode* pRoot = g_Context->MakeVariable($1, @1);
+                                        CNode* pRoot = g_Context->MakeVariable(*$1, @1);
                                         $$ = Node(ARRAY_ELEMENT, @1, {pRoot, $3});
                                     }
     | var '[' exp_list ']'          { $$ = Append($1, $3); }
@@ -540,7 +524,6 @@ array_of:
     base_type                       { $$ = $1; }
     | nested_array base_type        {
                                         yyerror("SORRY, WILL BE SUPPORTED SOON");
-                                        DeleteTree($1);
                                         $$ = g_Context->m_DataTypes.m_ErrorType;
                                     }
     ;
@@ -587,36 +570,36 @@ decl:
 // Kept: a time variable with an address declares nothing, with a value or without one.
 direct:
     list_id AT DIRECT_VARIABLE ':' TYPE_IDENTIFIER ":=" exp
-                                    { g_Context->SetDirectAddress($1, $3); $$ = DeclareWithValue($1, $5, $7); }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = DeclareWithValue($1, $5, $7); }
     | list_id AT DIRECT_VARIABLE ':' STRUCTURE '[' exp ']' ":=" STR_DIR
-                                    { g_Context->SetDirectAddress($1, $3); $$ = DeclareString($1, $7, $10); }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = DeclareString($1, $7, $10); }
     | list_id AT DIRECT_VARIABLE ':' TYPE_IDENTIFIER ":=" struct_init_list
-                                    { g_Context->SetDirectAddress($1, $3); $$ = DeclareWithStruct($1, $5, $7); }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = DeclareWithStruct($1, $5, $7); }
     | list_id AT DIRECT_VARIABLE ':' ARRAY '[' array_arg ']' OF array_of ":=" array_init_list
-                                    { g_Context->SetDirectAddress($1, $3); $$ = DeclareArray($1, $7, $10, $12); }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = DeclareArray($1, $7, $10, $12); }
     | list_id AT DIRECT_VARIABLE ':' STRUCTURE '[' exp ']' ":=" variable
                                     {
-                                        g_Context->SetDirectAddress($1, $3);
+                                        g_Context->SetDirectAddress($1, *$3);
                                         $$ = DeclareStringFromVariable($1, $7, $10);
                                     }
     | list_id AT DIRECT_VARIABLE ':' TYPE_TIME ":=" time_exp
-                                    { g_Context->SetDirectAddress($1, $3); DeleteTree($7); $$ = $1; }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = $1; }
     | list_id AT DIRECT_VARIABLE ':' TYPE_IDENTIFIER
-                                    { g_Context->SetDirectAddress($1, $3); $$ = DeclarePlain($1, $5); }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = DeclarePlain($1, $5); }
     | list_id AT DIRECT_VARIABLE ':' STRUCTURE '[' exp ']'
-                                    { g_Context->SetDirectAddress($1, $3); $$ = DeclareString($1, $7, nullptr); }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = DeclareString($1, $7, nullptr); }
     | list_id AT DIRECT_VARIABLE ':' ARRAY '[' array_arg ']' OF array_of
-                                    { g_Context->SetDirectAddress($1, $3); $$ = DeclareArray($1, $7, $10, nullptr); }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = DeclareArray($1, $7, $10, nullptr); }
     | list_id AT DIRECT_VARIABLE ':' TYPE_TIME
-                                    { g_Context->SetDirectAddress($1, $3); $$ = $1; }
+                                    { g_Context->SetDirectAddress($1, *$3); $$ = $1; }
     | AT DIRECT_VARIABLE ':' TYPE_IDENTIFIER
-                                    { $$ = DropNameless($2, @1); }
+                                    { $$ = NamelessDeclaration(@1); }
     | AT DIRECT_VARIABLE ':' STRUCTURE '[' exp ']'
-                                    { DeleteTree($6); $$ = DropNameless($2, @1); }
+                                    { $$ = NamelessDeclaration(@1); }
     | AT DIRECT_VARIABLE ':' ARRAY '[' array_arg ']' OF array_of
-                                    { DeleteTree($6); $$ = DropNameless($2, @1); }
+                                    { $$ = NamelessDeclaration(@1); }
     | AT DIRECT_VARIABLE ':' TYPE_TIME
-                                    { $$ = DropNameless($2, @1); }
+                                    { $$ = NamelessDeclaration(@1); }
     ;
 
 // ---- User types.
@@ -701,7 +684,7 @@ var_block_body:
     | var_block_body init           { $$ = Append($1, $2); ReportForgottenSemicolon(); }
     | var_block_body decl           { $$ = Append($1, $2); ReportForgottenSemicolon(); }
     // Kept: here only the message, the list of names gets no node of its own.
-    | var_block_body direct         { ReportForgottenSemicolon(); DeleteTree($2); $$ = $1; }
+    | var_block_body direct         { ReportForgottenSemicolon(); $$ = $1; }
     | init                          { $$ = Node(VAR_BLOCK_BODY, @1, {$1}); ReportForgottenSemicolon(); }
     | decl                          { $$ = Node(VAR_BLOCK_BODY, @1, {$1}); ReportForgottenSemicolon(); }
     | direct                        { ReportForgottenSemicolon(); $$ = $1; }
@@ -848,8 +831,8 @@ exp:
     | STR_DIR                       { $$ = g_Context->MakeString($1, @1); }
     | variable                      { $$ = $1; }
     | IDENTIFIER '(' parameter_list ')'
-                                    { $$ = g_Context->MakeFunctionCall($1, @1, /*bInExpression=*/true, $3); }
-    | IDENTIFIER '(' ')'            { $$ = g_Context->MakeFunctionCall($1, @1, /*bInExpression=*/true, nullptr); }
+                                    { $$ = g_Context->MakeFunctionCall(*$1, @1, /*bInExpression=*/true, $3); }
+    | IDENTIFIER '(' ')'            { $$ = g_Context->MakeFunctionCall(*$1, @1, /*bInExpression=*/true, nullptr); }
     | exp '+' exp                   { $$ = Node('+', @2, {$1, $3}); }
     | exp '-' exp                   { $$ = Node('-', @2, {$1, $3}); }
     | exp '*' exp                   { $$ = Node('*', @2, {$1, $3}); }

@@ -3,9 +3,21 @@
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "files/OutputTextFile.h"
+#include "model/InitValue.h"
 
 #include <algorithm>
-#include <string_view>
+#include <string>
+#include <vector>
+
+// The array left behind is lost until the arena is reset; all those of one list are no longer than the last.
+void CNodeList::reserve(std::size_t capacity)
+{
+    if (capacity <= m_Capacity) return;
+    CNode** const pNodes = static_cast<CNode**>(m_pArena->Allocate(capacity * sizeof(CNode*)));
+    std::copy(begin(), end(), pNodes);
+    m_pNodes = pNodes;
+    m_Capacity = static_cast<std::uint32_t>(capacity);
+}
 
 CNode* CNode::Child(int i) const
 {
@@ -14,10 +26,9 @@ CNode* CNode::Child(int i) const
 }
 
 // A node on the way down and the child that comes next.
-template <typename Node>
 struct OpenNode
 {
-    Node* pNode;
+    const CNode* pNode;
     std::size_t nextChild = 0;
 };
 
@@ -62,10 +73,10 @@ static void AppendAttribute(std::string& text, std::string_view key, std::string
 
 static void AppendNameAttributes(const CNode& node, std::string& text)
 {
-    if (node.szName.empty()) return;
-    AppendAttribute(text, "name", node.szName);
+    if (!node.pName) return;
+    AppendAttribute(text, "name", node.GetName());
     if (node.pInit) AppendAttribute(text, "value", node.pInit->GetText(true));
-    if (!node.szDirect.IsEmpty()) AppendAttribute(text, "direct", node.szDirect.Get());
+    if (node.pDirect) AppendAttribute(text, "direct", node.pDirect->GetText());
 }
 
 static void AppendAttributes(const CNode& node, std::string& text)
@@ -76,10 +87,10 @@ static void AppendAttributes(const CNode& node, std::string& text)
         break;
     case IMM_REAL: AppendAttribute(text, "value", FormatReal(node.dValue)); break;
     case IDENTIFIER: AppendNameAttributes(node, text); break;
-    case STR_DIR: AppendAttribute(text, "value", node.szString.Get()); break;
+    case STR_DIR: AppendAttribute(text, "value", node.szString); break;
     case LIST_ID: AppendNameAttributes(node, text); break;
     case RETURN_TYPE: AppendNameAttributes(node, text); break;
-    case FUNCTION_CALL: AppendAttribute(text, "name", node.szName); break;
+    case FUNCTION_CALL: AppendAttribute(text, "name", node.GetName()); break;
     default: break;
     }
 }
@@ -102,11 +113,11 @@ static std::string GetEndLine(const CNode& node)
 
 void CNode::WriteXml(OutputTextFile& file) const
 {
-    std::vector<OpenNode<const CNode>> path;
+    std::vector<OpenNode> path;
     file.Write(GetStartLine(*this));
     path.push_back({this});
     while (!path.empty()) {
-        OpenNode<const CNode>& open = path.back();
+        OpenNode& open = path.back();
         if (open.nextChild == open.pNode->m_Children.size()) {
             file.Write(GetEndLine(*open.pNode));
             path.pop_back();
@@ -117,23 +128,5 @@ void CNode::WriteXml(OutputTextFile& file) const
         if (!pChild) continue;
         file.Write(GetStartLine(*pChild));
         path.push_back({pChild});   // ends the life of `open`
-    }
-}
-
-void DeleteTree(CNode* pNode)
-{
-    if (!pNode) return;
-    std::vector<OpenNode<CNode>> path;
-    path.push_back({pNode});
-    while (!path.empty()) {
-        OpenNode<CNode>& open = path.back();
-        if (open.nextChild == open.pNode->m_Children.size()) {
-            delete open.pNode;
-            path.pop_back();
-            continue;
-        }
-        CNode* pChild = open.pNode->m_Children[open.nextChild];
-        ++open.nextChild;
-        if (pChild) path.push_back({pChild});   // ends the life of `open`
     }
 }

@@ -1,32 +1,65 @@
 #pragma once
 
-#include "frontend/RareText.h"
+#include "frontend/NodeArena.h"
 #include "frontend/SourceLocation.h"
 #include "frontend/Tokens.h"
-#include "model/InitValue.h"
+#include "model/Name.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <string>
-#include <vector>
+#include <string_view>
 
 class CArrayIndex;
 class CCastFunction;
+class CInitValue;
 class CMember;
+class CNode;
 class CPou;
 class CType;
 class CVariable;
 class OutputTextFile;
 
+// The children of a node, in order: an array in the node's arena that moves as it grows.
+class CNodeList
+{
+public:
+    explicit CNodeList(CNodeArena& arena) : m_pArena(&arena) {}
+    CNodeList(const CNodeList&) = delete;
+    CNodeList& operator=(const CNodeList&) = delete;
+
+    void push_back(CNode* pNode)
+    {
+        if (m_Count == m_Capacity) reserve(m_Capacity == 0 ? 2 : 2 * std::size_t{m_Capacity});
+        m_pNodes[m_Count++] = pNode;
+    }
+    void reserve(std::size_t capacity);
+    void clear() { m_Count = 0; }
+    void truncate(std::size_t count) { m_Count = static_cast<std::uint32_t>(count); }   // to no more than there are
+
+    std::size_t size() const { return m_Count; }
+    CNode*& operator[](std::size_t i) { return m_pNodes[i]; }
+    CNode* operator[](std::size_t i) const { return m_pNodes[i]; }
+    CNode* const* begin() const { return m_pNodes; }
+    CNode* const* end() const { return m_pNodes + m_Count; }
+
+private:
+    CNode** m_pNodes = nullptr;
+    std::uint32_t m_Count = 0;
+    std::uint32_t m_Capacity = 0;
+    CNodeArena* m_pArena;
+};
+
 // A node of the syntax tree. Its kind is a token number; what its children mean follows from the kind.
 // The parser builds it, the checks annotate and fold it in place, the code generator walks it. A chain
 // of operators nests to the left as deep as the source is long, so whoever walks trees goes down that
 // side without recursion.
+//
+// A node lives in an arena, with its list of children and its text, until the part of the source that it belongs
+// to is done with; nobody deletes one. Arenas make nodes, and nodes need no destructor.
 class CNode
 {
 public:
-    CNode(int kind, const SourceLocation& where) : nKind(kind), location(where) {}
-    virtual ~CNode() = default;
+    CNode(CNodeArena& arena, int kind, const SourceLocation& where) : nKind(kind), location(where), m_Children(arena) {}
     CNode(const CNode&) = delete;
     CNode& operator=(const CNode&) = delete;
 
@@ -35,6 +68,7 @@ public:
     // The i-th child; an internal fault where there is none.
     CNode* Child(int i) const;
     CVariable* GetVariable() const { return pVariable; }   // null if the node names none
+    std::string_view GetName() const { return pName ? pName->GetText() : std::string_view(); }   // empty: none
     bool IsLiteral() const { return nKind == IMM_INTEGER || nKind == IMM_REAL || nKind == TRUE || nKind == FALSE; }
     bool IsNumericLiteral() const { return nKind == IMM_INTEGER || nKind == IMM_REAL; }
     bool IsBooleanLiteral() const { return nKind == TRUE || nKind == FALSE; }
@@ -56,12 +90,12 @@ public:
     bool bThroughInOut = false;              // the path goes through an in-out member of a function block
     bool bFractionLost = false;              // an IMM_INTEGER that folding made of a number with a fraction
     bool bUnreachableWarned = false;         // of a list: the one warning about statements behind RETURN or EXIT is out
-    CRareText szDirect;                      // address text of a declared variable without "%"; empty: none
-    CRareText szString;                      // text of a string literal
-    std::unique_ptr<CInitValue> pInit;       // value of a SIMPLIFIED node, or what else is attached; may be null
+    const CName* pName = nullptr;            // of NEW_ID, IDENTIFIER, RETURN_TYPE, LIST_ID and calls; null: none
+    const CName* pDirect = nullptr;          // address text of a declared variable without "%"; null: none
+    std::string_view szString;               // text of a string literal, in the arena
+    const CInitValue* pInit = nullptr;       // value of a SIMPLIFIED node, or what else is attached; the arena's or null
     std::int64_t nValue = 0;                 // of an IMM_INTEGER; 1 marks a FUNCTION_CALL as a statement
     double dValue = 0;                       // of an IMM_REAL
-    std::string szName;                      // of NEW_ID, IDENTIFIER, RETURN_TYPE, LIST_ID and calls; empty: none
     CType* pType = nullptr;                  // type of the expression, not owned; null: untyped
     // What the node resolved to, not owned; at most one of them is set, by the kind of the node.
     CVariable* pVariable = nullptr;          // uses, paths, declared names, function block calls, RETURN_TYPE
@@ -69,8 +103,5 @@ public:
     CCastFunction* pCast = nullptr;          // CAST_FUNCTION_CALL
     CMember* pMember = nullptr;              // the name in a parameter of a function block call
     SourceLocation location;
-    std::vector<CNode*> m_Children;          // in order; not deleted with the node
+    CNodeList m_Children;
 };
-
-// Deletes the node and all below it, children first and in order, without deep recursion. Null is allowed.
-void DeleteTree(CNode* pNode);

@@ -6,6 +6,7 @@
 #include <string>
 
 class CCastFunction;
+class CName;
 class CNode;
 class CNorvane;
 class CStringLiteral;
@@ -16,7 +17,7 @@ union YYSTYPE
 {
     std::int64_t nValue;
     double dValue;
-    char* szText;               // heap copy (new[]), owned by the parser from the token on
+    const CName* pName;         // IDENTIFIER; DIRECT_VARIABLE without its "%"
     CType* pType;               // not owned, may be null
     CCastFunction* pCast;       // not owned
     CStringLiteral* pString;    // owned by the parser from the token on
@@ -36,9 +37,6 @@ extern CStringLiteral* pCurrentString;      // the literal under construction or
 
 // The next token's code, 0 at the end of the input.
 int yylex();
-
-// The token's text as a string; the heap copy is freed. Null gives an empty text.
-std::string TakeText(char* szText);
 
 // Binds the scanner to the object that classifies names and takes its messages.
 void SetScannerContext(CNorvane& norvane);

@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -44,12 +43,6 @@ CSourceWindow g_Source;
 YYCONDTYPE g_Condition = yycINITIAL;
 
 }   // namespace
-
-std::string TakeText(char* szText)
-{
-    const std::unique_ptr<char[]> owned(szText);
-    return owned ? std::string(owned.get()) : std::string();
-}
 
 void SetScannerContext(CNorvane& norvane)
 {
@@ -124,14 +117,6 @@ static int EndOfInput()
     return 0;
 }
 
-static char* CopyText(std::string_view text)
-{
-    char* szCopy = new char[text.size() + 1];
-    std::memcpy(szCopy, text.data(), text.size());
-    szCopy[text.size()] = '\0';
-    return szCopy;
-}
-
 // The value of a real beyond the range of double: infinity or zero. The place of the first digit that
 // counts, moved by the exponent, tells on which side it left the range.
 static double OutOfRangeReal(std::string_view text)
@@ -182,16 +167,16 @@ static CMyString DigitsOf(std::string_view text, int prefixLength)
     return digits;
 }
 
-static int ReturnText(int token, std::string_view text)
+static int ReturnDirectVariable(std::string_view address)
 {
-    yylval.szText = CopyText(text);
-    return token;
+    yylval.pName = &g_Context->m_Names.Intern(address);
+    return DIRECT_VARIABLE;
 }
 
 // A word that names a type even where the target knows no such type: it is reported and delivered.
 static int ReturnTypeWord(int token, std::string_view text)
 {
-    const int answer = g_Context->LookupTypeName(text, yylval.pType);
+    const int answer = g_Context->LookupTypeName(g_Context->m_Names.Intern(text), yylval.pType);
     if (answer == NEW_ID) g_Context->m_Errors.ErrTypeNotSupported(text);
     return token;
 }
@@ -199,9 +184,11 @@ static int ReturnTypeWord(int token, std::string_view text)
 // What a name is depends on the declarations met so far.
 static int ReturnName(std::string_view text)
 {
-    const int token = g_Context->ClassifyName(text, yylval);
+    const CName& name = g_Context->m_Names.Intern(text);
+    const int token = g_Context->ClassifyName(name, yylval);
     if (token != NEW_ID) return token;
-    return ReturnText(IDENTIFIER, text);
+    yylval.pName = &name;
+    return IDENTIFIER;
 }
 
 static void BeginString()
@@ -392,7 +379,7 @@ static int Match(const char* const start, const char* const end)
     <INITIAL> ".."                                  { return SUBRANGE_DOTS; }
     <INITIAL> "=>"                                  { return ARROW; }
 
-    <INITIAL> "%" [IMQ] [BDLWX]? digit+ ("." digit+)*  { return ReturnText(DIRECT_VARIABLE, text.substr(1)); }
+    <INITIAL> "%" [IMQ] [BDLWX]? digit+ ("." digit+)*  { return ReturnDirectVariable(text.substr(1)); }
     // Wanted as it stands: in this form every digit of the fraction is followed by an underscore.
     <INITIAL> digit* "." (digit "_")+ exponent?     { return ReturnReal(DigitsOf(text, 0).GetBuffer()); }
     <INITIAL> digit+ ("_" digit+)*                  { return ReturnInteger(DigitsOf(text, 0), 10); }

@@ -46,14 +46,14 @@ static CPou* ChooseOverload(const CFunctionOverLoad& set, std::string_view name,
     return nullptr;
 }
 
-CPou* CPouTable::FindFunction(std::string_view name, const SourceLocation& location, CNode* pParameters) const
+CPou* CPouTable::FindFunction(const CName& name, const SourceLocation& location, CNode* pParameters) const
 {
     if (pParameters && pParameters->pType && pParameters->pType->IsError()) return nullptr;
-    CPou* pPou = FindPou(name);
+    CPou* pPou = FindPou(name.GetText());
     if (pPou && pPou->IsProgram()) return pPou;
     CFunctionOverLoad* pSet = pPou ? pPou->AsOverload() : nullptr;
-    if (pSet && pParameters) return ChooseOverload(*pSet, name, location, *pParameters, m_Errors);
+    if (pSet && pParameters) return ChooseOverload(*pSet, name.GetText(), location, *pParameters, m_Errors);
     if (pPou && !pSet && pPou->IsFunction()) return pPou;
-    m_Errors.ErrFunctionNotDeclared(name, location);
+    m_Errors.ErrFunctionNotDeclared(name.GetText(), location);
     return nullptr;
 }

@@ -3,6 +3,7 @@
 #include "files/Format.h"
 #include "files/XmlDocument.h"
 #include "frontend/ErrorHandler.h"
+#include "model/Name.h"
 
 #include <utility>
 
@@ -147,6 +148,11 @@ CPou* CPouTable::FindPouExact(std::string_view name) const
 {
     const auto found = m_Pous.find(std::string(name));
     return found == m_Pous.end() ? nullptr : m_Order[found->second];
+}
+
+CPou* CPouTable::FindPouExact(const CName& name) const
+{
+    return FindPouExact(name.GetText());
 }
 
 // Kept: the name is looked up as the target spells it, so one with capitals never counts as declared: it is

@@ -9,6 +9,7 @@
 #include <vector>
 
 class CErrorHandler;
+class CName;
 class CNode;
 class CXmlDocument;
 class CXmlNode;
@@ -28,6 +29,7 @@ public:
     CFunctionOverLoad* FindOverload(std::string_view name) const;   // in any case; null if there is none
     CPou* FindPou(std::string_view name) const;                     // in any case; null if there is none
     CPou* FindPouExact(std::string_view name) const;                // the same for a name that is lower-cased already
+    CPou* FindPouExact(const CName& name) const;
     // Makes the programs that the target wants made; reports the required ones that no source has declared.
     // Gives the names that this goes wrong with because they have capitals.
     std::vector<std::string> AddAutomaticPrograms();
@@ -35,7 +37,7 @@ public:
     // The function that a call means: by name, and for an overload set by the types of the actual
     // parameters. pParameters may be null. A program is returned as it is; null after a diagnostic, or
     // silently where the parameters have failed already.
-    CPou* FindFunction(std::string_view name, const SourceLocation& location, CNode* pParameters) const;
+    CPou* FindFunction(const CName& name, const SourceLocation& location, CNode* pParameters) const;
 
     // Every entry in order of declaration; an overload set stands where its first function stood.
     const std::vector<CPou*>& GetPous() const { return m_Order; }

@@ -1,6 +1,7 @@
 #include "model/SymbolTable.h"
 
 #include "files/Format.h"
+#include "model/Name.h"
 #include "model/Variable.h"
 #include "target/MemoryHandler.h"
 
@@ -15,6 +16,11 @@ void CSymbolTable::Add(std::unique_ptr<CVariable> pVariable)
     m_Variables.push_back(std::move(pVariable));
     m_ByName[ToLowerCase(pAdded->m_Name)] = pAdded;
     m_Memory.AddVariable(pAdded);
+}
+
+CVariable* CSymbolTable::Find(const CName& name) const
+{
+    return Find(name.GetText());
 }
 
 CVariable* CSymbolTable::Find(std::string_view name) const

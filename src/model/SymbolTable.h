@@ -7,6 +7,7 @@
 #include <vector>
 
 class CMemoryHandler;
+class CName;
 class CVariable;
 
 // Variables by name, in any case. CNorvane holds two: the globals, and those of the POU in progress.
@@ -19,7 +20,8 @@ public:
     // Enters the variable and hands it to the memory handler, which fixes the order of placement. An
     // entry of the same name is replaced but lives on: the memory handler still knows it.
     void Add(std::unique_ptr<CVariable> pVariable);
-    CVariable* Find(std::string_view name) const;    // null if absent
+    CVariable* Find(const CName& name) const;        // null if absent
+    CVariable* Find(std::string_view name) const;
     // Deletes all variables; the memory handler's list must have been emptied before.
     void Clear();
 

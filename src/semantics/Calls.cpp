@@ -2,7 +2,6 @@
 
 #include "semantics/Norvane.h"
 
-#include "frontend/Scanner.h"
 #include "model/ArrayIndex.h"
 #include "model/Member.h"
 #include "model/Pou.h"
@@ -28,13 +27,12 @@ static bool IsInstance(const CVariable* pVariable)
 }
 
 // "name()" where an instance has the name. It must not be that of a function too.
-static CNode* MakeInstanceCall(CNorvane& norvane, char* szName, const SourceLocation& location)
+static CNode* MakeInstanceCall(CNorvane& norvane, const CName& name, const SourceLocation& location)
 {
-    const CPou* pPou = norvane.m_Pous.FindPouExact(szName);
-    if (!pPou || !pPou->IsFunction()) return norvane.MakeFbCall(szName, location, nullptr);
-    delete[] szName;
+    const CPou* pPou = norvane.m_Pous.FindPouExact(name);
+    if (!pPou || !pPou->IsFunction()) return norvane.MakeFbCall(name, location, nullptr);
     norvane.m_Errors.ErrOverloadType(location);
-    return new CNode(g_NoCall, location);
+    return norvane.m_Nodes.MakeNode(g_NoCall, location);
 }
 
 // The call of an instance leaves nothing on the stack, so an expression can't go on with it.
@@ -44,21 +42,22 @@ static void RefuseInstanceValue(CNorvane& norvane, CNode* pCall)
     norvane.Poison(pCall);
 }
 
-CNode* CNorvane::MakeFunctionCall(char* szName, const SourceLocation& location, bool bInExpression, CNode* pParameters)
+CNode* CNorvane::MakeFunctionCall(const CName& name, const SourceLocation& location, bool bInExpression,
+                                  CNode* pParameters)
 {
-    if (!pParameters && IsInstance(FindVariable(szName))) {
-        CNode* pCall = MakeInstanceCall(*this, szName, location);
+    if (!pParameters && IsInstance(FindVariable(name))) {
+        CNode* pCall = MakeInstanceCall(*this, name, location);
         if (bInExpression) RefuseInstanceValue(*this, pCall);
         return pCall;
     }
-    CNode* pNode = new CNode(ERROR_, location);
-    pNode->szName = TakeText(szName);
+    CNode* pNode = m_Nodes.MakeNode(ERROR_, location);
+    pNode->pName = &name;
     if (pParameters) pNode->AddChild(pParameters);
-    CPou* pPou = m_Pous.FindFunction(pNode->szName, location, pParameters);
+    CPou* pPou = m_Pous.FindFunction(name, location, pParameters);
     CFunction* pFunction = pPou ? pPou->AsFunction() : nullptr;
     if (!pFunction) {
         // A program's call as a statement does nothing, and silently; a value it can't give.
-        if (pPou && bInExpression) m_Errors.ErrFunctionNotDeclared(pNode->szName, location);
+        if (pPou && bInExpression) m_Errors.ErrFunctionNotDeclared(name.GetText(), location);
         return pNode;
     }
 
@@ -208,7 +207,7 @@ static void CheckFbParameter(CNorvane& norvane, const FbParameter& parameter)
     CheckFbDirection(norvane.m_Errors, parameter);
     CheckFbTarget(norvane, parameter);
     if (!pMember->m_IsInput && !parameter.IsHeldByPointer())
-        norvane.m_Errors.ErrLocalInFbCall(parameter.pName->szName, parameter.pName->location);
+        norvane.m_Errors.ErrLocalInFbCall(parameter.pName->GetName(), parameter.pName->location);
     CheckFbArray(norvane.m_Errors, parameter);
 }
 
@@ -219,15 +218,15 @@ static void CheckFbParameters(CNorvane& norvane, const CNode* pList, const CType
         if (pParameter->GetChildCount() < 2) continue;
         CNode* pName = pParameter->Child(0);
         int position = 0;
-        CMember* pMember = type.FindMember(pName->szName, &position);
+        CMember* pMember = type.FindMember(pName->GetName(), &position);
         const CMemberFB* pMemberFB = pMember ? pMember->AsMemberFB() : nullptr;
         if (!pMemberFB) {
-            norvane.m_Errors.ErrNotMember(pName->szName, &type, pName->location);
+            norvane.m_Errors.ErrNotMember(pName->GetName(), &type, pName->location);
             continue;
         }
         pName->pMember = pMember;
         if (isAssigned[static_cast<std::size_t>(position)]) {
-            norvane.m_Errors.ErrMemberAssigned(pName->szName, pName->location);
+            norvane.m_Errors.ErrMemberAssigned(pName->GetName(), pName->location);
             continue;
         }
         isAssigned[static_cast<std::size_t>(position)] = true;
@@ -241,7 +240,7 @@ static bool NamesAllInOuts(const CNode* pList, const CTypeStructFB& type)
     std::unordered_set<std::string_view> names;
     if (pList) {
         for (const CNode* pParameter : pList->m_Children) {
-            if (pParameter->GetChildCount() > 0) names.insert(pParameter->Child(0)->szName);
+            if (pParameter->GetChildCount() > 0) names.insert(pParameter->Child(0)->GetName());
         }
     }
     for (const std::unique_ptr<CMember>& pMember : type.m_Members) {
@@ -250,14 +249,12 @@ static bool NamesAllInOuts(const CNode* pList, const CTypeStructFB& type)
     return true;
 }
 
-CNode* CNorvane::MakeFbCall(char* szName, const SourceLocation& location, CNode* pParameters)
+CNode* CNorvane::MakeFbCall(const CName& name, const SourceLocation& location, CNode* pParameters)
 {
-    const std::string name = TakeText(szName);
-    CNode* pNode = new CNode(g_NoCall, location);
+    CNode* pNode = m_Nodes.MakeNode(g_NoCall, location);
     CVariable* pVariable = FindVariable(name);
     if (!pVariable) {
-        m_Errors.ErrVariableNotDeclared(name, location);
-        DeleteTree(pParameters);
+        m_Errors.ErrVariableNotDeclared(name.GetText(), location);
         return pNode;
     }
     pVariable->m_IsUsed = true;
@@ -266,13 +263,13 @@ CNode* CNorvane::MakeFbCall(char* szName, const SourceLocation& location, CNode*
     if (!pType || pType->IsError()) return pNode;   // reported at its declaration
     const CTypeStructFB* pInstanceType = pType->AsStructFB();
     if (!pInstanceType) {
-        m_Errors.ErrNotFb(name, location);
+        m_Errors.ErrNotFb(name.GetText(), location);
         return pNode;
     }
     pNode->nKind = FUNCTION_BLOCK;
     if (pParameters) CheckFbParameters(*this, pParameters, *pInstanceType);
     if (!NamesAllInOuts(pParameters, *pInstanceType)) m_Errors.ErrFbCallWithoutInOut(location);
-    pNode->szName = name;
+    pNode->pName = &name;
     pNode->pVariable = pVariable;
     return pNode;
 }

@@ -25,7 +25,7 @@ static bool IsValueSource(const CNode* pNode)
     return IsVariableLike(pNode) || pNode->IsLiteral();
 }
 
-static bool IsSimplifiable(const std::vector<CNode*>& operands)
+static bool IsSimplifiable(const CNodeList& operands)
 {
     return std::all_of(operands.begin(), operands.end(), IsValueSource);
 }
@@ -33,7 +33,7 @@ static bool IsSimplifiable(const std::vector<CNode*>& operands)
 static void BecomeSimplified(CNorvane& norvane, CNode* pNode, ValuePointer pValue)
 {
     pNode->pType = IsComparison(pNode->nKind) ? norvane.m_DataTypes.FindType("BOOL") : pNode->Child(0)->pType;
-    pNode->pInit = std::move(pValue);
+    pNode->pInit = norvane.m_Nodes.KeepValue(std::move(pValue));
     pNode->nKind = SIMPLIFIED;
     norvane.CollapseNode(pNode);
 }

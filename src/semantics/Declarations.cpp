@@ -3,7 +3,6 @@
 
 #include "semantics/Norvane.h"
 
-#include "frontend/Scanner.h"
 #include "model/Member.h"
 #include "model/Type.h"
 #include "model/TypeArray.h"
@@ -80,26 +79,25 @@ bool CNorvane::JoinsParameters() const
 // ---- Names.
 
 // A whole list of names is read before the first of them is entered, so "a, a : INT" isn't noticed here.
-CNode* CNorvane::MakeDeclaredIdentifier(char* szName, const SourceLocation& location)
+CNode* CNorvane::MakeDeclaredIdentifier(const CName& name, const SourceLocation& location)
 {
-    CNode* pNode = new CNode(IDENTIFIER, location);
-    pNode->szName = TakeText(szName);
+    CNode* pNode = m_Nodes.MakeNode(IDENTIFIER, location);
+    pNode->pName = &name;
     const bool isGlobal = (m_VarBlockFlags & InVarGlobal) != 0;
 
     // Locals are there for a global block only if the POU in front of it was given up. Both are reported.
-    const CVariable* pLocal = m_LocalSymbols.Find(pNode->szName);
+    const CVariable* pLocal = m_LocalSymbols.Find(name);
     if (pLocal) m_Errors.ErrVariableDeclared(*pLocal, location);
-    const CVariable* pGlobal = isGlobal ? m_GlobalSymbols.Find(pNode->szName) : nullptr;
+    const CVariable* pGlobal = isGlobal ? m_GlobalSymbols.Find(name) : nullptr;
     if (pGlobal) m_Errors.ErrVariableDeclared(*pGlobal, location);
 
     if (pLocal || pGlobal) pNode->nKind = ERROR_;
     return pNode;
 }
 
-void CNorvane::SetDirectAddress(CNode* pList, char* szAddress)
+void CNorvane::SetDirectAddress(CNode* pList, const CName& address)
 {
-    const std::string address = TakeText(szAddress);
-    for (CNode* pName : pList->m_Children) pName->szDirect = address;
+    for (CNode* pName : pList->m_Children) pName->pDirect = &address;
 }
 
 // ---- The central declarator.
@@ -108,7 +106,7 @@ void CNorvane::SetDirectAddress(CNode* pList, char* szAddress)
 void CNorvane::AddVariables(CNode* pList, CType* pType, const CInitValue* pInit)
 {
     if (!pType) pType = m_DataTypes.m_ErrorType;
-    pList->szName = pType->m_Name;
+    pList->pName = &m_Names.Intern(pType->m_Name);
     if (m_VarBlockFlags & InStruct) AddMembers(pList, pType, pInit);
     else if (m_VarBlockFlags & InType) AddAliases(pList, pType, pInit);
     else AddBlockVariables(pList, pType, pInit);
@@ -127,23 +125,23 @@ void CNorvane::AddMembers(CNode* pList, CType* pType, const CInitValue* pInit)
     const CTypeArrayUser* pUser = pType->AsArrayUser();
     const bool isArray = m_ArrayPending;
     for (const CNode* pName : pList->m_Children) {
-        if (m_StructInProgress->FindMember(pName->szName))
-            m_Errors.ErrMemberDeclared(pName->szName, pName->location);
+        if (m_StructInProgress->FindMember(pName->GetName()))
+            m_Errors.ErrMemberDeclared(pName->GetName(), pName->location);
 
-        auto pMember = std::make_unique<CMember>(pName->szName, pType);
+        auto pMember = std::make_unique<CMember>(std::string(pName->GetName()), pType);
         pMember->m_InitValue = CloneOrNull(pInit);
         if (m_ArrayPending) {
             pMember->m_Index = std::move(m_PendingIndex);
             m_ArrayPending = false;
         } else if (isArray) {
-            m_Notes.Add(Note::OnlyFirstIsArray, pName->location, pName->szName);
+            m_Notes.Add(Note::OnlyFirstIsArray, pName->location, pName->GetName());
         }
         if (pUser) {
             pMember->m_Index = CloneOrNull(pUser->m_Index.get());
             pMember->m_Type = pUser->m_ElementType;
             if (!pInit) pMember->m_InitValue = CloneOrNull(pType->m_InitValue.get());
         } else if (!pInit && pType->m_IsAlias && !IsBlank(pType->m_InitValue.get())) {
-            m_Notes.Add(Note::ValueDropped, pName->location, pName->szName);   // unlike a variable, it doesn't take it
+            m_Notes.Add(Note::ValueDropped, pName->location, pName->GetName());   // unlike a variable, it doesn't take it
         }
         m_StructInProgress->AddMember(std::move(pMember));
     }
@@ -152,7 +150,7 @@ void CNorvane::AddMembers(CNode* pList, CType* pType, const CInitValue* pInit)
 void CNorvane::AddAliases(CNode* pList, CType* pType, const CInitValue* pInit)
 {
     if (pType->IsAny()) m_Errors.ErrAnyNotAllowed(pList->location);
-    for (const CNode* pName : pList->m_Children) m_DataTypes.AddAlias(pName->szName, pType, pInit);
+    for (const CNode* pName : pList->m_Children) m_DataTypes.AddAlias(pName->GetName(), pType, pInit);
 }
 
 void CNorvane::AddBlockVariables(CNode* pList, CType* pType, const CInitValue* pInit)
@@ -171,15 +169,15 @@ void CNorvane::AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit)
 {
     const CInitValue* pValue = pInit;
     std::unique_ptr<CVariable> pVariable = MakeBlockVariable(pType, pValue);
-    pVariable->m_Name = pName->szName;
+    pVariable->m_Name = pName->GetName();
     pVariable->m_Location = pName->location;
     pName->pType = pVariable->m_Type;
     pName->pVariable = pVariable.get();
 
-    if (!pName->szDirect.IsEmpty()) PlaceAtAddress(*pVariable, pName);
+    if (pName->pDirect) PlaceAtAddress(*pVariable, pName);
     if (pInit && JoinsParameters()) WarnInitialisedParameter(pName->location);
     pVariable->m_InitValue = CloneOrNull(pValue);
-    pName->pInit = CloneOrNull(pValue);
+    pName->pInit = m_Nodes.KeepValue(CloneOrNull(pValue));
     if (m_VarBlockFlags & InVarExternal) NoteExternalValue(*pVariable);
     EnterVariable(std::move(pVariable));
 }
@@ -225,7 +223,7 @@ std::unique_ptr<CVariable> CNorvane::MakeBlockVariable(CType*& pType, const CIni
 void CNorvane::PlaceAtAddress(CVariable& variable, const CNode* pName)
 {
     if (variable.IsHeldByPointer()) m_Errors.ErrDirectAsFormal(pName->location);
-    variable.m_DirectAddress = pName->szDirect.Get();
+    variable.m_DirectAddress = pName->pDirect->GetText();
     m_Memory.SetDirectAddress(&variable, pName->location, /*checkAlignment=*/true);
     // Inside the block a variable is a member of the instance, which lies somewhere else.
     if (m_PouKind == FUNCTION_BLOCK) m_Notes.Add(Note::AddressIgnored, pName->location, variable.m_Name);
@@ -259,7 +257,7 @@ void CNorvane::RegisterStruct(CNode* pNode)
     const int count = pList->GetChildCount();
     for (int i = 0; i < count; ++i) {
         std::unique_ptr<CTypeStruct> pType = i + 1 < count ? pStruct->Clone() : std::move(pStruct);
-        pType->m_Name = pList->Child(i)->szName;
+        pType->m_Name = pList->Child(i)->GetName();
         m_DataTypes.AddType(std::move(pType));
     }
 }

@@ -70,11 +70,11 @@ static bool StepToElement(CNorvane& norvane, const CNode* pSubscripts, ValueCurs
 static bool StepToMember(const CNode* pName, ValueCursor& cursor)
 {
     const CTypeStruct* pStruct = cursor.pType ? cursor.pType->AsStruct() : nullptr;
-    const CMember* pMember = pStruct ? pStruct->FindMember(pName->szName) : nullptr;
+    const CMember* pMember = pStruct ? pStruct->FindMember(pName->GetName()) : nullptr;
     if (!pMember) return false;
-    cursor.pValue = FindMemberValue(cursor.pValue, pName->szName);
+    cursor.pValue = FindMemberValue(cursor.pValue, pName->GetName());
     // A default of the whole structure speaks for all its members, those it doesn't name included.
-    cursor.pDefault = cursor.pDefault ? FindMemberValue(cursor.pDefault, pName->szName) : pMember->m_InitValue.get();
+    cursor.pDefault = cursor.pDefault ? FindMemberValue(cursor.pDefault, pName->GetName()) : pMember->m_InitValue.get();
     cursor.pType = pMember->m_Type;
     cursor.pIndex = pMember->m_Index.get();
     cursor.level = 0;
@@ -109,7 +109,7 @@ int CNorvane::EvalConstIndex(const CNode* pNode, std::int32_t& value)
     case IMM_REAL:
         break;
     case SIMPLIFIED:
-        isInteger = GetIntegerValue(pNode->pInit.get(), number);
+        isInteger = GetIntegerValue(pNode->pInit, number);
         if (!pNode->pInit || !pNode->pInit->IsBool()) break;
         number = pNode->pInit->GetBool() ? 1 : 0;   // what a comparison of variables has come to
         isInteger = true;

@@ -506,7 +506,7 @@ static void CheckCastLiteral(CNorvane& norvane, CType* pFrom, CNode* pArgument)
 // one that has failed draws nothing more here, and the checks go on with the cast's own type.
 CNode* CNorvane::MakeCast(CCastFunction* pFunction, const SourceLocation& location, CNode* pArgument)
 {
-    CNode* pNode = new CNode(CAST_FUNCTION_CALL, location);
+    CNode* pNode = m_Nodes.MakeNode(CAST_FUNCTION_CALL, location);
     pNode->pCast = pFunction;
     pNode->pType = pFunction->m_To;
     pNode->AddChild(pArgument);

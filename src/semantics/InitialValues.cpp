@@ -45,7 +45,7 @@ std::unique_ptr<CInitValue> CNorvane::ValueOf(CNode* pNode, CType* pType)
 {
     switch (pNode->nKind) {
     case IDENTIFIER: return pNode->pVariable ? CloneOrNull(GetKnownValue(*pNode->pVariable)) : nullptr;
-    case SIMPLIFIED: return CloneOrNull(pNode->pInit.get());
+    case SIMPLIFIED: return CloneOrNull(pNode->pInit);
     case DOT:
     case ARRAY_ELEMENT: return GetElementInitValue(pNode);
     default: return pNode->IsLiteral() ? BuildInitScalar(pType, pNode) : nullptr;
@@ -62,7 +62,7 @@ bool CNorvane::BuildInitElement(CType* pType, CNode* pNode, std::unique_ptr<CIni
     default: break;
     }
     if (!pNode->IsLiteral() && !pNode->IsVariableAccess() && pNode->nKind != SIMPLIFIED) return false;
-    if (pNode->nKind == SIMPLIFIED) NoteValueRange(m_Notes, pType, pNode->pInit.get(), pNode);
+    if (pNode->nKind == SIMPLIFIED) NoteValueRange(m_Notes, pType, pNode->pInit, pNode);
     pInit = ValueOf(pNode, pType);
     return true;
 }
@@ -105,11 +105,11 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitStruct(CType* pType, const CNode*
     auto pStruct = std::make_unique<CInitStruct>();
     for (int i = 0; i + 1 < pList->GetChildCount(); i += 2) {
         const CNode* pName = pList->Child(i);
-        const CMember* pMember = pStructType->FindMember(pName->szName);
+        const CMember* pMember = pStructType->FindMember(pName->GetName());
         std::unique_ptr<CInitValue> pInit;
         if (!pMember) continue;
         const bool isBuilt = BuildInitElement(pMember->m_Type, pList->Child(i + 1), pInit);
-        if (!isBuilt || (!pInit && IsMissed(*pMember))) m_Notes.Add(Note::ValueDropped, pName->location, pName->szName);
+        if (!isBuilt || (!pInit && IsMissed(*pMember))) m_Notes.Add(Note::ValueDropped, pName->location, pName->GetName());
         if (!isBuilt) continue;
         pStruct->Add(pMember->m_Name, std::move(pInit), pName->location, m_Errors);
     }

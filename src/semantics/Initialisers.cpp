@@ -38,7 +38,7 @@ bool CNorvane::GetRepeatCount(const CNode* pNode, std::int64_t& value)
     case IDENTIFIER:
         if (!pVariable || !pVariable->m_Type || !pVariable->m_Type->IsSigned()) return false;
         return GetIntegerValue(GetKnownValue(*pVariable), value);
-    case SIMPLIFIED: return GetIntegerValue(pNode->pInit.get(), value);
+    case SIMPLIFIED: return GetIntegerValue(pNode->pInit, value);
     case DOT:
     case ARRAY_ELEMENT: return GetIntegerValue(GetElementInitValue(pNode).get(), value);
     default: return false;
@@ -157,9 +157,9 @@ bool CNorvane::CheckStructInit(CType* pType, CNode* pList)
     bool isAccepted = true;
     for (int i = 0; i < pList->GetChildCount(); i += 2) {
         const CNode* pName = pList->Child(i);
-        const CMember* pMember = pStruct->FindMember(pName->szName);
+        const CMember* pMember = pStruct->FindMember(pName->GetName());
         if (!pMember) {
-            m_Errors.ErrNotMember(pName->szName, pType, pName->location);
+            m_Errors.ErrNotMember(pName->GetName(), pType, pName->location);
             isAccepted = false;
             continue;
         }
@@ -183,7 +183,7 @@ std::unique_ptr<CInitValue> CNorvane::MakeVariableValue(CNode* pList, CType* pTy
     case SIMPLIFIED:
         // The expression has lost its operands, so the message stands at the names.
         if (!CheckInitType(pType, pValue, pList->location)) return nullptr;
-        NoteValueRange(m_Notes, pType, pValue->pInit.get(), pValue);
+        NoteValueRange(m_Notes, pType, pValue->pInit, pValue);
         return ValueOf(pValue, pType);
     case IDENTIFIER:
         if (!CheckInitType(pType, pValue, pList->location) || !pValue->pVariable) return nullptr;
@@ -202,7 +202,7 @@ std::unique_ptr<CInitValue> CNorvane::MakeVariableValue(CNode* pList, CType* pTy
 // At the names, which the expression may have come far from; where it was refused with a message, no note is printed.
 void CNorvane::NoteDroppedValue(const CNode* pList)
 {
-    m_Notes.Add(Note::ValueDropped, pList->location, pList->Child(0)->szName);
+    m_Notes.Add(Note::ValueDropped, pList->location, pList->Child(0)->GetName());
 }
 
 // A variable that starts with nothing starts with zero, and so does whoever takes its value; but what a parameter

@@ -24,7 +24,6 @@ void CNorvane::CollapseNode(CNode* pNode)
         pNode->location.nLastLine = last.nFirstLine;   // wanted: where the last operand starts
         pNode->location.nLastColumn = last.nFirstColumn;
     }
-    for (CNode* pChild : pNode->m_Children) DeleteTree(pChild);
     pNode->m_Children.clear();
 }
 
@@ -373,14 +372,13 @@ static void MergeLiterals(int op, CNode* pList)
     for (CNode* pElement : pList->m_Children) {
         if (pFirst && pElement->IsNumericLiteral()) {
             MergeLiteral(op, pFirst, pElement);
-            DeleteTree(pElement);
             continue;
         }
         if (pElement->IsNumericLiteral()) pFirst = pElement;
         pList->m_Children[kept] = pElement;
         ++kept;
     }
-    pList->m_Children.resize(kept);
+    pList->m_Children.truncate(kept);
 }
 
 void CNorvane::FoldMinMax(CNode* pNode)

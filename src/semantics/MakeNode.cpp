@@ -16,7 +16,8 @@
 // nothing left to say about it.
 CNode* CNorvane::MakeNode(int kind, const SourceLocation& location, std::initializer_list<CNode*> children)
 {
-    CNode* pNode = new CNode(kind, location);
+    CNode* pNode = m_Nodes.MakeNode(kind, location);
+    pNode->m_Children.reserve(children.size());
     for (CNode* pChild : children) {
         if (pChild) pNode->AddChild(pChild);   // a grammar symbol without a value gives no child
     }
@@ -43,23 +44,23 @@ CNode* CNorvane::MakeNode(int kind, const SourceLocation& location, std::initial
     return pNode;
 }
 
-CNode* CNorvane::MakeIdentifier(char* szName, const SourceLocation& location)
+CNode* CNorvane::MakeIdentifier(const CName& name, const SourceLocation& location)
 {
-    CNode* pNode = new CNode(NEW_ID, location);
-    pNode->szName = TakeText(szName);
+    CNode* pNode = m_Nodes.MakeNode(NEW_ID, location);
+    pNode->pName = &name;
     return pNode;
 }
 
 CNode* CNorvane::MakeInteger(std::int64_t value, const SourceLocation& location)
 {
-    CNode* pNode = new CNode(IMM_INTEGER, location);
+    CNode* pNode = m_Nodes.MakeNode(IMM_INTEGER, location);
     pNode->nValue = value;
     return pNode;
 }
 
 CNode* CNorvane::MakeReal(double value, const SourceLocation& location)
 {
-    CNode* pNode = new CNode(IMM_REAL, location);
+    CNode* pNode = m_Nodes.MakeNode(IMM_REAL, location);
     pNode->dValue = value;
     return pNode;
 }
@@ -75,8 +76,8 @@ CNode* CNorvane::MakeString(CStringLiteral* pLiteral, const SourceLocation& loca
     where.nLastLine = location.nLastLine;
     where.nLastColumn = location.nFirstColumn;
 
-    CNode* pNode = new CNode(STR_DIR, where);
-    pNode->szString = owned->GetText();
+    CNode* pNode = m_Nodes.MakeNode(STR_DIR, where);
+    pNode->szString = m_Nodes.KeepText(owned->GetText());
     pNode->pType = m_DataTypes.m_StringType;
     return pNode;
 }
@@ -101,13 +102,13 @@ static void SubstituteConstant(CNode* pNode, const CVariable& variable, const CT
     pNode->nValue = pValue->GetInt64();
 }
 
-CNode* CNorvane::MakeVariable(char* szName, const SourceLocation& location)
+CNode* CNorvane::MakeVariable(const CName& name, const SourceLocation& location)
 {
-    CNode* pNode = new CNode(IDENTIFIER, location);
-    pNode->szName = TakeText(szName);
-    CVariable* pVariable = FindVariable(pNode->szName);
+    CNode* pNode = m_Nodes.MakeNode(IDENTIFIER, location);
+    pNode->pName = &name;
+    CVariable* pVariable = FindVariable(name);
     if (!pVariable) {
-        m_Errors.ErrVariableNotDeclared(pNode->szName, location);
+        m_Errors.ErrVariableNotDeclared(name.GetText(), location);
         pNode->nKind = ERROR_;
         return pNode;
     }
@@ -122,22 +123,34 @@ CNode* CNorvane::MakeVariable(char* szName, const SourceLocation& location)
     return pNode;
 }
 
-// Writes the tree beside the source if the user asked for it.
-void CNorvane::FinishSourceFile(CNode* pRoot)
+// Code has been made of the part, so its tree is kept only where the whole file's is to be written.
+CNode* CNorvane::FinishFilePart(CNode* pFile, CNode* pPart, const SourceLocation& location)
 {
-    if (!m_DumpTree || !pRoot || !g_CurrentFileName) return;
-    const std::string name = std::string(g_CurrentFileName) + ".xml";
+    if (m_DumpTree) return pFile ? AppendToList(pFile, pPart) : MakeNode(FILE_GLOBAL, location, {pPart});
+    m_Nodes.Reset();
+    return nullptr;
+}
+
+static bool WriteTree(const CNode& root, const std::string& name)
+{
     FileReplacement replacement;
     OutputTextFile file;
-    bool written = replacement.Prepare(name) && file.Open(replacement.GetWorkName());
-    if (written) {
-        pRoot->WriteXml(file);
-        written = file.Close() && replacement.TakePlace();
-    }
-    if (written) return;
+    if (!replacement.Prepare(name) || !file.Open(replacement.GetWorkName())) return false;
+    root.WriteXml(file);
+    return file.Close() && replacement.TakePlace();
+}
 
-    m_DumpFailed = true;
-    PrintFailure("cannot write the tree file " + name);
+// Writes the tree beside the source if the user asked for it.
+void CNorvane::FinishSourceFile(const CNode* pRoot)
+{
+    if (m_DumpTree && pRoot && g_CurrentFileName) {
+        const std::string name = std::string(g_CurrentFileName) + ".xml";
+        if (!WriteTree(*pRoot, name)) {
+            m_DumpFailed = true;
+            PrintFailure("cannot write the tree file " + name);
+        }
+    }
+    m_Nodes.Reset();
 }
 
 void CNorvane::SyntaxErrorAt(std::string_view text, int line, int column)

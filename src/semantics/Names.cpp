@@ -6,27 +6,28 @@
 #include "frontend/Scanner.h"
 #include "model/Type.h"
 
-static bool HasTwoUnderscores(std::string_view name)
-{
-    return name.find("__") != std::string_view::npos;
-}
-
 // Elementary types, whose names are upper case. A type that the target refuses is handed out all the same.
-int CNorvane::LookupTypeName(std::string_view text, CType*& pType)
+int CNorvane::LookupTypeName(const CName& name, CType*& pType)
 {
-    pType = m_DataTypes.FindType(text);
+    pType = m_DataTypes.FindType(name.GetText());
     return pType && pType->m_Allowed ? TYPE_IDENTIFIER : NEW_ID;
 }
 
-int CNorvane::ClassifyName(std::string_view text, YYSTYPE& value)
+int CNorvane::ClassifyName(const CName& name, YYSTYPE& value)
 {
-    if (CCastFunction* pCast = m_CastFunctions.Find(text)) {
+    if (CCastFunction* pCast = m_CastFunctions.Find(name.GetText())) {
         value.pCast = pCast;
         return CAST_FUNCTION_CALL;
     }
-    if (HasTwoUnderscores(text)) m_Errors.ErrTwoUnderscores();   // the name stays usable
-    value.pType = m_DataTypes.FindUserType(text);
+    if (name.HasTwoUnderscores()) m_Errors.ErrTwoUnderscores();   // the name stays usable
+    value.pType = m_DataTypes.FindUserType(name.GetText());
     return value.pType ? TYPE_IDENTIFIER : NEW_ID;
+}
+
+CVariable* CNorvane::FindVariable(const CName& name) const
+{
+    if (CVariable* pVariable = m_LocalSymbols.Find(name)) return pVariable;
+    return m_GlobalSymbols.Find(name);
 }
 
 CVariable* CNorvane::FindVariable(std::string_view name) const

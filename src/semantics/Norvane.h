@@ -4,8 +4,10 @@
 #include "files/XmlDocument.h"
 #include "frontend/ErrorHandler.h"
 #include "frontend/Node.h"
+#include "frontend/NodeArena.h"
 #include "frontend/Notes.h"
 #include "model/CastFunction.h"
+#include "model/Name.h"
 #include "model/PouTable.h"
 #include "model/SymbolTable.h"
 #include "target/DataType.h"
@@ -71,6 +73,8 @@ public:
     bool m_DumpFailed = false;                       // a tree could not be written: the run fails in the end
 
     // ---- The tables. The order matters: who is given another one at construction stands behind it.
+    CNamePool m_Names;
+    CNodeArena m_Nodes;                              // of the part of a source that is being read
     CXmlDocument m_Target;
     CErrorHandler m_Errors;
     CNotes m_Notes;                                  // about code that does something else than it says
@@ -92,22 +96,26 @@ public:
 
     // ---- Names (Names.cpp). NEW_ID says that a name is nothing known.
     // TYPE_IDENTIFIER with an elementary type that the target allows; a refused one is handed out all the same.
-    int LookupTypeName(std::string_view text, CType*& pType);
+    int LookupTypeName(const CName& name, CType*& pType);
     // CAST_FUNCTION_CALL or TYPE_IDENTIFIER with the conversion or the declared type in the value.
-    int ClassifyName(std::string_view text, YYSTYPE& value);
-    CVariable* FindVariable(std::string_view name) const;        // local first, then global; null if absent
+    int ClassifyName(const CName& name, YYSTYPE& value);
+    CVariable* FindVariable(const CName& name) const;            // local first, then global; null if absent
+    CVariable* FindVariable(std::string_view name) const;
 
-    // ---- Making nodes (MakeNode.cpp). The makers of leaves run no checks; those given a text own it.
+    // ---- Making nodes (MakeNode.cpp), all in the arena. The makers of leaves run no checks.
     // Folds, types and checks the new node. Null children are left out.
     CNode* MakeNode(int kind, const SourceLocation& location, std::initializer_list<CNode*> children = {});
-    CNode* MakeIdentifier(char* szName, const SourceLocation& location);        // a NEW_ID, which isn't looked up
+    CNode* MakeIdentifier(const CName& name, const SourceLocation& location);   // a NEW_ID, which isn't looked up
     CNode* MakeInteger(std::int64_t value, const SourceLocation& location);
     CNode* MakeReal(double value, const SourceLocation& location);
-    CNode* MakeString(CStringLiteral* pLiteral, const SourceLocation& location);
+    CNode* MakeString(CStringLiteral* pLiteral, const SourceLocation& location);    // takes the literal over
     // A use: the variable, the literal that replaces a constant, or an ERROR_ node after a diagnostic.
-    CNode* MakeVariable(char* szName, const SourceLocation& location);
+    CNode* MakeVariable(const CName& name, const SourceLocation& location);
     CNode* AppendToList(CNode* pList, CNode* pItem);             // the list; a null item is left out
-    void FinishSourceFile(CNode* pRoot);                         // writes the tree if -x is given
+    // Behind each part of a file, with the list of the parts before it, null in front of the first. Ends the life of
+    // the part's nodes and returns null; with -x they live on in the list that it returns.
+    CNode* FinishFilePart(CNode* pFile, CNode* pPart, const SourceLocation& location);
+    void FinishSourceFile(const CNode* pRoot);                   // writes the tree if -x is given; then no node is left
     void SyntaxErrorAt(std::string_view text, int line, int column);            // in the current file
 
     // ---- Declarations (Declarations.cpp, ArrayDeclarations.cpp, StringDeclarations.cpp, PouDeclarations.cpp).
@@ -115,16 +123,14 @@ public:
     void EndPouKind();                                           // the locals stay until EndPouScope
     void BeginVarBlock(int token, const CNode* pAttributes);     // the attributes may be null
     void EndVarBlock();
-    CNode* MakeDeclaredIdentifier(char* szName, const SourceLocation& location);   // an ERROR_ if the name is taken
-    void SetDirectAddress(CNode* pList, char* szAddress);                       // takes the text over
+    CNode* MakeDeclaredIdentifier(const CName& name, const SourceLocation& location);   // an ERROR_ if it is taken
+    void SetDirectAddress(CNode* pList, const CName& address);                  // without "%"
     void AddVariables(CNode* pList, CType* pType, const CInitValue* pInit);     // a null type counts as the error type
-    // The four below free no node: the grammar's actions delete the length, ranges, value and variable nodes
-    // behind the call, or go on using them (a structure's values become a child of the list).
     void DeclareWithInit(CNode* pList, CType* pType, CNode* pValue);
     void DeclareString(CNode* pList, CNode* pLength, CStringLiteral* pText);    // takes the text, or null, over
     void DeclareStringFromVariable(CNode* pList, CNode* pLength, CNode* pVariable);
     void DeclareArray(CNode* pList, CNode* pRanges, CType* pElement, CNode* pInitList);   // pInitList may be null
-    void AddReturnVariable(const char* szName, CNode* pReturnType);             // the local that holds the result
+    void AddReturnVariable(const CName& name, CNode* pReturnType);              // the local that holds the result
     CNode* MakeReturnType(CNode* pNode, CType* pType);           // the RETURN_TYPE node given, completed
     void AddProgramInit();                                       // the local __ProgramInit
     void EndPouScope();                                          // deletes the POU's locals
@@ -151,7 +157,7 @@ public:
     std::unique_ptr<CInitValue> FoldImmediateValue(const CNode& left, const CInitValue& right, int op,
                                                    const SourceLocation& where);
     std::unique_ptr<CInitValue> FoldUnaryValue(const CInitValue& value, int op);
-    void CollapseNode(CNode* pNode);                 // deletes the children and takes their place in the source
+    void CollapseNode(CNode* pNode);                 // takes the children's place in the source and drops them
 
     // ---- Paths, statements and calls (Paths.cpp, StatementChecks.cpp, CaseLabels.cpp, Calls.cpp).
     void ResolveVariablePath(CNode* pNode);          // sets variable and type of a path
@@ -162,9 +168,9 @@ public:
     void CheckCondition(CNode* pNode);               // of IF, ELSIF, WHILE and REPEAT
     void CheckCase(CNode* pNode);
     void CheckFor(CNode* pNode);
-    // Both take the name over; the parameters, which may be null, become the call's child.
-    CNode* MakeFunctionCall(char* szName, const SourceLocation& location, bool bInExpression, CNode* pParameters);
-    CNode* MakeFbCall(char* szName, const SourceLocation& location, CNode* pParameters);
+    // The parameters, which may be null, become the call's child.
+    CNode* MakeFunctionCall(const CName& name, const SourceLocation& location, bool bInExpression, CNode* pParameters);
+    CNode* MakeFbCall(const CName& name, const SourceLocation& location, CNode* pParameters);
     void CheckFunctionCall(CNode* pNode);            // the actual parameters against the function's
 
     // ---- Initial values (Initialisers.cpp, InitialValues.cpp, ElementValues.cpp).

@@ -90,7 +90,7 @@ void NoteValueRange(CNotes& notes, const CType* pType, const CInitValue* pValue,
 
 void NoteComparedValueRange(CNotes& notes, const CNode* pExpression)
 {
-    const CInitValue* pValue = pExpression->pInit.get();
+    const CInitValue* pValue = pExpression->pInit;
     const CType* pType = pExpression->pType;
     if (!pType || !pValue || !pValue->IsInteger()) return;
     const std::int64_t value = pValue->IsUnsigned() ? std::int64_t{pValue->GetUnsigned()} : pValue->GetInt64();

@@ -113,7 +113,7 @@ int CNorvane::EvalIntegerExpression(CNode* pNode, std::int32_t& value)
     }
     pNode->nValue = IntegerOf(*pNode->pInit);
     pNode->nKind = IMM_INTEGER;
-    pNode->pInit.reset();
+    pNode->pInit = nullptr;
     NoteBeyond32Bits(m_Notes, pNode->nValue, pNode);
     value = LowBits(pNode->nValue);
     return 1;
@@ -135,7 +135,7 @@ static void ResolveStructRoot(CNorvane& norvane, CNode* pNode)
 {
     CNode* pRoot = pNode->Child(0);
     CType* pErrorType = norvane.m_DataTypes.m_ErrorType;
-    CVariable* pVariable = norvane.FindVariable(pRoot->szName);
+    CVariable* pVariable = pRoot->pName ? norvane.FindVariable(*pRoot->pName) : nullptr;
     if (!pVariable) {
         pNode->pType = pErrorType;   // silently: the maker of the root has reported it
         return;
@@ -212,9 +212,9 @@ static bool ResolveMember(CNorvane& norvane, CNode* pPath, const CNode* pName, P
         norvane.m_Errors.ErrNotStruct(pName, pName->location);
         return false;
     }
-    const CMember* pMember = pStruct->FindMember(pName->szName);
+    const CMember* pMember = pStruct->FindMember(pName->GetName());
     if (!pMember) {
-        norvane.m_Errors.ErrNotMember(pName->szName, cursor.pType, pName->location);
+        norvane.m_Errors.ErrNotMember(pName->GetName(), cursor.pType, pName->location);
         return false;
     }
     const CMemberFB* pMemberFB = cursor.pType->IsStructFB() ? pMember->AsMemberFB() : nullptr;

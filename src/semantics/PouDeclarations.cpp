@@ -43,16 +43,16 @@ void CNorvane::TakeParameters(CPou& pou)
 CNode* CNorvane::MakeReturnType(CNode* pNode, CType* pType)
 {
     pNode->pType = pType ? pType : m_DataTypes.m_ErrorType;
-    pNode->szName = pNode->pType->m_Name;
+    pNode->pName = &m_Names.Intern(pNode->pType->m_Name);
     return pNode;
 }
 
 // The function's result is a local variable of the function's name.
-void CNorvane::AddReturnVariable(const char* szName, CNode* pReturnType)
+void CNorvane::AddReturnVariable(const CName& name, CNode* pReturnType)
 {
     CType* pType = pReturnType->pType ? pReturnType->pType : m_DataTypes.m_ErrorType;
     auto pVariable = std::make_unique<CVariable>();
-    pVariable->m_Name = szName ? szName : "";
+    pVariable->m_Name = name.GetText();
     pVariable->m_Type = pType->GetBaseType();
     if (pType->m_IsAlias && pType->m_InitValue) pVariable->m_InitValue = pType->m_InitValue->Clone();
     pReturnType->pVariable = pVariable.get();
@@ -62,7 +62,7 @@ void CNorvane::AddReturnVariable(const char* szName, CNode* pReturnType)
 // FUNCTION: name, [RETURN_TYPE], [VAR_BLOCK], statements.
 void CNorvane::AddFunction(CNode* pNode)
 {
-    auto pFunction = std::make_unique<CFunction>(pNode->Child(0)->szName, pNode->location);
+    auto pFunction = std::make_unique<CFunction>(std::string(pNode->Child(0)->GetName()), pNode->location);
     const CNode* pReturnType = FindPart(pNode, RETURN_TYPE);
     if (FindPart(pNode, VAR_BLOCK)) TakeParameters(*pFunction);
     if (pReturnType) {
@@ -82,7 +82,7 @@ void CNorvane::AddFunction(CNode* pNode)
     const bool isTaken = m_Pous.AddPou(std::move(pFunction)) == 1;
     // Nothing uses such a function, so the note can't depend on its being used.
     if (!isTaken || pDeclared->m_IsHidden)
-        m_Notes.AddOutsidePou(Note::UnreachableForm, pNode->location, pNode->Child(0)->szName);
+        m_Notes.AddOutsidePou(Note::UnreachableForm, pNode->location, pNode->Child(0)->GetName());
     if (!isTaken) return;
     pNode->pPou = pDeclared;
     if (pReturnType && pReturnType->pType && pReturnType->pType->IsAggregate())
@@ -126,7 +126,7 @@ static std::unique_ptr<CMember> MakeMember(const CVariable& variable)
 // From here on the block's name is that of a type, and instances are variables of a structure type.
 void CNorvane::AddFunctionBlock(CNode* pNode)
 {
-    auto pBlock = std::make_unique<CFunctionBlock>(pNode->Child(0)->szName, pNode->location);
+    auto pBlock = std::make_unique<CFunctionBlock>(std::string(pNode->Child(0)->GetName()), pNode->location);
     TakeParameters(*pBlock);
     CFunctionBlock* pDeclared = pBlock.get();
     if (m_Pous.AddPou(std::move(pBlock)) != 1) return;
@@ -144,7 +144,7 @@ void CNorvane::AddFunctionBlock(CNode* pNode)
 
 void CNorvane::AddProgram(CNode* pNode)
 {
-    auto pProgram = std::make_unique<CProgram>(pNode->Child(0)->szName, pNode->location);
+    auto pProgram = std::make_unique<CProgram>(std::string(pNode->Child(0)->GetName()), pNode->location);
     CProgram* pDeclared = pProgram.get();
     if (m_Pous.AddPou(std::move(pProgram)) == 1) pNode->pPou = pDeclared;
 }

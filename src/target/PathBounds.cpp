@@ -20,7 +20,7 @@ PathBounds FollowPath(const CNode* pNode)
             continue;
         }
         const CTypeStruct* pStruct = pType->AsStruct();
-        const CMember* pMember = pStruct ? pStruct->FindMember(pStep->szName) : nullptr;
+        const CMember* pMember = pStruct ? pStruct->FindMember(pStep->GetName()) : nullptr;
         bounds = PathBounds{pMember ? pMember->m_Index.get() : nullptr, 0};
         pType = pMember ? pMember->m_Type : nullptr;
     }

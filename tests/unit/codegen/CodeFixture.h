@@ -70,20 +70,21 @@ protected:
     // The line in front of each statement.
     static std::string Mark(int line) { return "DBI FILE 0 LINE " + std::to_string(line) + "\n"; }
 
-    static CNode* MakeLeaf(int kind, CType* pType = nullptr)
+    CNode* MakeLeaf(int kind, CType* pType = nullptr)
     {
-        CNode* pNode = new CNode(kind, SourceLocation{2, 1, 2, 2, "test.st"});
+        CNode* pNode = nodes.MakeNode(kind, SourceLocation{2, 1, 2, 2, "test.st"});
         pNode->pType = pType;
         return pNode;
     }
 
-    static CNode* MakeTree(int kind, std::initializer_list<CNode*> children, CType* pType = nullptr)
+    CNode* MakeTree(int kind, std::initializer_list<CNode*> children, CType* pType = nullptr)
     {
         CNode* pNode = MakeLeaf(kind, pType);
         for (CNode* pChild : children) pNode->AddChild(pChild);
         return pNode;
     }
 
+    CNodeArena nodes;           // of trees that a test makes by hand
     CompileOptions options;
     CompiledText compiled;
 };

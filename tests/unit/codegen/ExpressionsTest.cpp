@@ -67,7 +67,7 @@ TEST_F(ExpressionsTest, AStringLiteralPushesItsBytes)
     norvane.m_Code.GenerateNode(pString, text);
     EXPECT_EQ(text, "\tPUSH65 ;A\n\tPUSH59 ;;\n\tPUSH-23 ;\xE9\n\n");
 
-    pString->szString.Clear();
+    pString->szString = {};
     text.clear();
     norvane.m_Code.GenerateNode(pString, text);
     EXPECT_EQ(text, "\n");
@@ -466,5 +466,4 @@ TEST_F(ExpressionsTest, AHundredThousandShortcuts)
     norvane.m_Code.GenerateNode(pChain, text);
     EXPECT_EQ(norvane.m_Code.m_Label.m_Counter, terms - 1);
     EXPECT_EQ(text.substr(text.size() - 13), "\tLABEL0001:\n\n") << "the outermost node drew the first label";
-    DeleteTree(pChain);
 }

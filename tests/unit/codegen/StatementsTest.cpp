@@ -38,7 +38,7 @@ TEST_F(StatementsTest, AMarkNamesTheFirstSourceOfTheName)
 {
     CNorvane norvane;
     LoadTarget(norvane);
-    const auto marks = [&norvane](std::initializer_list<const char*> files) {
+    const auto marks = [this, &norvane](std::initializer_list<const char*> files) {
         CNode* pList = MakeTree(STMT_LIST, {});
         for (const char* szFile : files) {
             CNode* pStatement = MakeLeaf(NOP);
@@ -125,12 +125,12 @@ protected:
         variable.m_Offset = offsetBytes;
     }
 
-    static CNode* Leaf(int kind)
+    CNode* Leaf(int kind)
     {
-        return new CNode(kind, SourceLocation{2, 1, 2, 2, "test.st"});
+        return norvane.m_Nodes.MakeNode(kind, SourceLocation{2, 1, 2, 2, "test.st"});
     }
 
-    static CNode* Use(CVariable& variable, bool throughInOut = false)
+    CNode* Use(CVariable& variable, bool throughInOut = false)
     {
         CNode* pNode = Leaf(IDENTIFIER);
         pNode->pVariable = &variable;
@@ -167,7 +167,7 @@ TEST_F(HandMadeAssignment, StringLiteral)
               "\tPOP(SINT)\t[local+12]\n"
               "\tPUSH -23 ;\xE9\n"
               "\tPOP(SINT)\t[local+16]\n");
-    pLiteral->szString.Clear();
+    pLiteral->szString = {};
     EXPECT_EQ(Assign(Use(x), pLiteral), "\n");
 }
 

@@ -423,7 +423,7 @@ TEST_F(VariableAccessTest, FormsOfMemberAccess)
     CVariable aggregate;
     aggregate.m_Name = "s";
     aggregate.m_Type = norvane.m_DataTypes.FindUserType("t");
-    const auto access = [&norvane](CVariable& variable, FbAccessForm form) {
+    const auto access = [this, &norvane](CVariable& variable, FbAccessForm form) {
         CNode* pNode = MakeLeaf(IDENTIFIER, variable.m_Type);
         pNode->pVariable = &variable;
         std::string text;
@@ -449,7 +449,7 @@ TEST_F(VariableAccessTest, FormsOfMemberAccess)
 
 TEST_F(VariableAccessTest, CountIndexLevels)
 {
-    const auto count = [](std::initializer_list<int> kinds) {
+    const auto count = [this](std::initializer_list<int> kinds) {
         CNode* pNode = MakeTree(ARRAY_ELEMENT, {});
         for (const int kind : kinds) pNode->AddChild(MakeLeaf(kind));
         return CCodeGeneration::CountIndexLevels(pNode);
@@ -471,7 +471,7 @@ TEST_F(VariableAccessTest, EvalLinearIndex)
     pBounds->m_Dimensions = {CIndex(1, 3), CIndex(0, 4)};
     CArrayOfArrayIndex index;
     index.Add(std::move(pBounds));
-    const auto list = [](std::initializer_list<std::int64_t> values) {
+    const auto list = [this](std::initializer_list<std::int64_t> values) {
         CNode* pList = MakeTree(EXP_LIST, {});
         for (const std::int64_t value : values) {
             CNode* pNumber = MakeLeaf(IMM_INTEGER);

@@ -67,6 +67,8 @@ protected:
 
     CErrorHandler m_Errors;
     const SourceLocation m_Where{3, 7, 3, 9, "a.st"};
+    CNamePool m_Names;
+    CNodeArena m_Nodes;
     CType m_Int{"INT"};
     CType m_Real{"REAL"};
 };
@@ -211,19 +213,19 @@ TEST_F(ErrorHandlerTest, AbsentTypesGiveAnEmptyName)
 
 TEST_F(ErrorHandlerTest, Paths)
 {
-    CNode name(IDENTIFIER, m_Where);
-    name.szName = "x";
-    CNode list(ARRAY_INIT_LIST, m_Where);
+    CNode& name = *m_Nodes.MakeNode(IDENTIFIER, m_Where);
+    name.pName = &m_Names.Intern("x");
+    CNode& list = *m_Nodes.MakeNode(ARRAY_INIT_LIST, m_Where);
     // One has no blank between name and text, the other one too many in front.
     ExpectError("a.st(3,7) : error: xis not an array\n", [&] { m_Errors.ErrNotArray(&name, m_Where); });
     ExpectError("a.st(3,7) : error: is not an array\n", [&] { m_Errors.ErrNotArray(&list, m_Where); });
     ExpectError("a.st(3,7) : error: is not an array\n", [&] { m_Errors.ErrNotArray(nullptr, m_Where); });
     ExpectError("a.st(3,7) : error:  x is not a struct\n", [&] { m_Errors.ErrNotStruct(&name, m_Where); });
     ExpectError("a.st(3,7) : error:   is not a struct\n", [&] { m_Errors.ErrNotStruct(&list, m_Where); });
-    CNode path(ARRAY_ELEMENT, m_Where);
+    CNode& path = *m_Nodes.MakeNode(ARRAY_ELEMENT, m_Where);
     path.AddChild(&name);
     ExpectError("a.st(3,7) : error: xis not an array\n", [&] { m_Errors.ErrNotArray(&path, m_Where); });
-    CNode members(DOT, m_Where);
+    CNode& members = *m_Nodes.MakeNode(DOT, m_Where);
     members.AddChild(&name);
     ExpectError("a.st(3,7) : error:  x is not a struct\n", [&] { m_Errors.ErrNotStruct(&members, m_Where); });
     CType structure("tank");
@@ -299,7 +301,7 @@ TEST_F(ErrorHandlerTest, ParameterMismatch)
     function.m_Parameters.push_back(std::make_unique<CVariable>());
     function.m_Parameters.push_back(std::make_unique<CVariable>());
     function.m_Parameters[1]->m_Type = &m_Real;
-    CNode actual(IDENTIFIER, m_Where);
+    CNode& actual = *m_Nodes.MakeNode(IDENTIFIER, m_Where);
     actual.pType = &m_Int;
     ExpectError("a.st(3,7) : error: parameter 2 does not match; found INT required REAL \n"
                 "see definition of scale at (1,10)lib.st\n",

@@ -1,6 +1,7 @@
 #include "frontend/Node.h"
 
 #include "files/OutputTextFile.h"
+#include "model/InitValue.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -37,28 +38,24 @@ std::string DumpOf(const CNode& node)
     return text;
 }
 
-std::string DumpOfKind(int kind)
-{
-    return DumpOf(CNode(kind, g_Where));
-}
-
-// Notes its letter when it is deleted.
-class CNotingNode : public CNode
-{
-public:
-    CNotingNode(char letter, std::string& notes) : CNode(STMT_LIST, g_Where), m_Letter(letter), m_Notes(notes) {}
-    ~CNotingNode() override { m_Notes += m_Letter; }
-
-private:
-    char m_Letter;
-    std::string& m_Notes;
-};
-
 }   // namespace
 
-TEST(NodeTest, NewNodeIsEmpty)
+class NodeTest : public testing::Test
 {
-    const CNode node(IDENTIFIER, g_Where);
+protected:
+    CNode& Make(int kind) { return *m_Nodes.MakeNode(kind, g_Where); }
+    std::string DumpOfKind(int kind) { return DumpOf(Make(kind)); }
+
+    CNamePool m_Names;
+    CNodeArena m_Nodes;
+};
+
+using NodeXmlTest = NodeTest;
+using NodeDeathTest = NodeTest;
+
+TEST_F(NodeTest, NewNodeIsEmpty)
+{
+    const CNode& node = Make(IDENTIFIER);
     EXPECT_EQ(node.nKind, IDENTIFIER);
     EXPECT_EQ(node.GetChildCount(), 0);
     EXPECT_EQ(node.nValue, 0);
@@ -69,11 +66,11 @@ TEST(NodeTest, NewNodeIsEmpty)
     EXPECT_STREQ(node.location.szFile, "a.st");
 }
 
-TEST(NodeTest, ChildrenKeepTheirOrder)
+TEST_F(NodeTest, ChildrenKeepTheirOrder)
 {
-    CNode node('+', g_Where);
-    CNode left(IDENTIFIER, g_Where);
-    CNode right(IMM_INTEGER, g_Where);
+    CNode& node = Make('+');
+    CNode& left = Make(IDENTIFIER);
+    CNode& right = Make(IMM_INTEGER);
     node.AddChild(&left);
     node.AddChild(&right);
     EXPECT_EQ(node.GetChildCount(), 2);
@@ -81,35 +78,35 @@ TEST(NodeTest, ChildrenKeepTheirOrder)
     EXPECT_EQ(node.Child(1), &right);
 }
 
-TEST(NodeDeathTest, ChildThatIsNotThere)
+TEST_F(NodeDeathTest, ChildThatIsNotThere)
 {
-    CNode node('+', g_Where);
+    CNode& node = Make('+');
     EXPECT_EXIT(node.Child(0), testing::ExitedWithCode(3), "internal fault: ");
     EXPECT_EXIT(node.Child(-1), testing::ExitedWithCode(3), "internal fault: ");
 }
 
-TEST(NodeTest, Kinds)
+TEST_F(NodeTest, Kinds)
 {
-    for (const int kind : {IMM_INTEGER, IMM_REAL, TRUE, FALSE}) EXPECT_TRUE(CNode(kind, g_Where).IsLiteral()) << kind;
-    EXPECT_FALSE(CNode(STR_DIR, g_Where).IsLiteral());
-    EXPECT_FALSE(CNode(SIMPLIFIED, g_Where).IsLiteral());
-    EXPECT_TRUE(CNode(IDENTIFIER, g_Where).IsIdentifier());
-    EXPECT_FALSE(CNode(NEW_ID, g_Where).IsIdentifier());
+    for (const int kind : {IMM_INTEGER, IMM_REAL, TRUE, FALSE}) EXPECT_TRUE(Make(kind).IsLiteral()) << kind;
+    EXPECT_FALSE(Make(STR_DIR).IsLiteral());
+    EXPECT_FALSE(Make(SIMPLIFIED).IsLiteral());
+    EXPECT_TRUE(Make(IDENTIFIER).IsIdentifier());
+    EXPECT_FALSE(Make(NEW_ID).IsIdentifier());
 }
 
-TEST(NodeXmlTest, PlainElement)
+TEST_F(NodeXmlTest, PlainElement)
 {
     EXPECT_EQ(DumpOfKind(STMT_LIST), "<STMT_LIST>\n</STMT_LIST>\n");
     EXPECT_EQ(DumpOfKind(ERROR_), "<ERROR_>\n</ERROR_>\n");
 }
 
-TEST(NodeXmlTest, BlanksInNamesBecomeUnderscores)
+TEST_F(NodeXmlTest, BlanksInNamesBecomeUnderscores)
 {
     EXPECT_EQ(DumpOfKind(DIRECT_VARIABLE), "<DIRECT_VARIABLE>\n</DIRECT_VARIABLE>\n");
     EXPECT_EQ(DumpOfKind(TYPE_IDENTIFIER), "<TYPE_IDENTIFIER>\n</TYPE_IDENTIFIER>\n");
 }
 
-TEST(NodeXmlTest, OperatorsTakeTheGenericForm)
+TEST_F(NodeXmlTest, OperatorsTakeTheGenericForm)
 {
     EXPECT_EQ(DumpOfKind('+'), " <Node name=\"+\">\n</Node>\n");
     EXPECT_EQ(DumpOfKind('-'), " <Node name=\"-\">\n</Node>\n");
@@ -127,55 +124,55 @@ TEST(NodeXmlTest, OperatorsTakeTheGenericForm)
     EXPECT_EQ(DumpOfKind(EQUAL), " <Node name=\"=\">\n</Node>\n");
 }
 
-TEST(NodeXmlTest, KindZeroHasAnEmptyName)
+TEST_F(NodeXmlTest, KindZeroHasAnEmptyName)
 {
     EXPECT_EQ(DumpOfKind(0), " <Node name=\"\">\n</Node>\n");
 }
 
-TEST(NodeXmlTest, LiteralValues)
+TEST_F(NodeXmlTest, LiteralValues)
 {
-    CNode integer(IMM_INTEGER, g_Where);
+    CNode& integer = Make(IMM_INTEGER);
     integer.nValue = -9223372036854775807 - 1;
     EXPECT_EQ(DumpOf(integer), "<IMM_INTEGER value=\"-9223372036854775808\">\n</IMM_INTEGER>\n");
-    CNode real(IMM_REAL, g_Where);
+    CNode& real = Make(IMM_REAL);
     real.dValue = 0.5;
     EXPECT_EQ(DumpOf(real), "<IMM_REAL value=\"0.500000\">\n</IMM_REAL>\n");
-    CNode string(STR_DIR, g_Where);
+    CNode& string = Make(STR_DIR);
     string.szString = "a<b&\"c\"";
     EXPECT_EQ(DumpOf(string), "<STR_DIR value=\"a<b&\"c\"\">\n</STR_DIR>\n");
 }
 
-TEST(NodeXmlTest, NamesValuesAndAddresses)
+TEST_F(NodeXmlTest, NamesValuesAndAddresses)
 {
-    CNode name(IDENTIFIER, g_Where);
-    name.szName = "x";
+    CNode& name = Make(IDENTIFIER);
+    name.pName = &m_Names.Intern("x");
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\">\n</IDENTIFIER>\n");
-    name.szDirect = "MD4";
+    name.pDirect = &m_Names.Intern("MD4");
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" direct=\"MD4\">\n</IDENTIFIER>\n");
-    name.pInit = std::make_unique<CInitValue>(std::int64_t{0});
+    name.pInit = m_Nodes.KeepValue(std::make_unique<CInitValue>(std::int64_t{0}));
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" value=\"0\" direct=\"MD4\">\n</IDENTIFIER>\n");
     // Without a name neither value nor address shows.
-    name.szName.clear();
+    name.pName = nullptr;
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER>\n</IDENTIFIER>\n");
 }
 
-TEST(NodeXmlTest, ArrayValueHasNoBrackets)
+TEST_F(NodeXmlTest, ArrayValueHasNoBrackets)
 {
-    CNode name(IDENTIFIER, g_Where);
-    name.szName = "x";
+    CNode& name = Make(IDENTIFIER);
+    name.pName = &m_Names.Intern("x");
     std::unique_ptr<CInitArray> pValues = std::make_unique<CInitArray>();
     pValues->Add(std::make_unique<CInitValue>(std::int64_t{1}), 1);
     pValues->Add(std::make_unique<CInitValue>(std::int64_t{0}), 3);
-    name.pInit = std::move(pValues);
+    name.pInit = m_Nodes.KeepValue(std::move(pValues));
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" value=\"1 3(0) \">\n</IDENTIFIER>\n");
 }
 
-TEST(NodeXmlTest, NamesOfOtherKinds)
+TEST_F(NodeXmlTest, NamesOfOtherKinds)
 {
-    const auto dumpNamed = [](int kind) {
-        CNode node(kind, g_Where);
-        node.szName = "n";
-        node.pInit = std::make_unique<CInitValue>(std::int64_t{7});
+    const auto dumpNamed = [this](int kind) {
+        CNode& node = Make(kind);
+        node.pName = &m_Names.Intern("n");
+        node.pInit = m_Nodes.KeepValue(std::make_unique<CInitValue>(std::int64_t{7}));
         return DumpOf(node);
     };
     EXPECT_EQ(dumpNamed(LIST_ID), "<LIST_ID name=\"n\" value=\"7\">\n</LIST_ID>\n");
@@ -185,23 +182,23 @@ TEST(NodeXmlTest, NamesOfOtherKinds)
     EXPECT_EQ(dumpNamed(SIMPLIFIED), "<SIMPLIFIED>\n</SIMPLIFIED>\n");
 }
 
-TEST(NodeXmlTest, GenericFormHasNoAttributes)
+TEST_F(NodeXmlTest, GenericFormHasNoAttributes)
 {
-    CNode node(ASSIGN, g_Where);
-    node.szName = "n";
+    CNode& node = Make(ASSIGN);
+    node.pName = &m_Names.Intern("n");
     node.nValue = 4;
     EXPECT_EQ(DumpOf(node), " <Node name=\":=\">\n</Node>\n");
 }
 
-TEST(NodeXmlTest, ChildrenInOrder)
+TEST_F(NodeXmlTest, ChildrenInOrder)
 {
-    CNode root(STMT_LIST, g_Where);
-    CNode assignment(ASSIGN, g_Where);
-    CNode target(IDENTIFIER, g_Where);
-    target.szName = "x";
-    CNode value(IMM_INTEGER, g_Where);
+    CNode& root = Make(STMT_LIST);
+    CNode& assignment = Make(ASSIGN);
+    CNode& target = Make(IDENTIFIER);
+    target.pName = &m_Names.Intern("x");
+    CNode& value = Make(IMM_INTEGER);
     value.nValue = 1;
-    CNode last(NOP, g_Where);
+    CNode& last = Make(NOP);
     assignment.AddChild(&target);
     assignment.AddChild(&value);
     root.AddChild(&assignment);
@@ -218,28 +215,14 @@ TEST(NodeXmlTest, ChildrenInOrder)
                             "</STMT_LIST>\n");
 }
 
-TEST(NodeTest, DeleteTreeDeletesChildrenFirstAndInOrder)
-{
-    std::string notes;
-    CNode* pRoot = new CNotingNode('r', notes);
-    CNode* pLeft = new CNotingNode('a', notes);
-    pLeft->AddChild(new CNotingNode('b', notes));
-    pLeft->AddChild(new CNotingNode('c', notes));
-    pRoot->AddChild(pLeft);
-    pRoot->AddChild(new CNotingNode('d', notes));
-    DeleteTree(pRoot);
-    EXPECT_EQ(notes, "bcadr");
-    DeleteTree(nullptr);
-}
-
 // Far deeper than any stack would bear a call for each level.
-TEST(NodeTest, DeepTree)
+TEST_F(NodeTest, DeepTree)
 {
     constexpr int depth = 200000;
-    CNode* pRoot = new CNode(NOT, g_Where);
+    CNode* pRoot = &Make(NOT);
     CNode* pInner = pRoot;
     for (int i = 1; i < depth; ++i) {
-        CNode* pChild = new CNode(NOT, g_Where);
+        CNode* pChild = &Make(NOT);
         pInner->AddChild(pChild);
         pInner = pChild;
     }
@@ -248,5 +231,4 @@ TEST(NodeTest, DeepTree)
     for (int i = 0; i < depth; ++i) expected += "<NOT>\n";
     for (int i = 0; i < depth; ++i) expected += "</NOT>\n";
     EXPECT_TRUE(text == expected) << "length " << text.size() << " instead of " << expected.size();
-    DeleteTree(pRoot);
 }

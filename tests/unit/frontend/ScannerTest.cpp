@@ -47,12 +47,6 @@ constexpr Word g_Keywords[] = {
 };
 static_assert(std::size(g_Keywords) == 60);
 
-std::string TakeText(char* szText)
-{
-    const std::unique_ptr<char[]> owned(szText);
-    return szText;
-}
-
 std::string TypeName(const CType* pType)
 {
     return pType ? pType->m_Name : "null";
@@ -66,7 +60,7 @@ std::string Describe(int token)
     case IMM_INTEGER: return name + ":" + std::to_string(yylval.nValue);
     case IMM_REAL: return name + ":" + FormatText("%.15g", yylval.dValue);
     case IDENTIFIER:
-    case DIRECT_VARIABLE: return name + ":" + TakeText(yylval.szText);
+    case DIRECT_VARIABLE: return name + ":" + std::string(yylval.pName->GetText());
     case TYPE_IDENTIFIER:
     case TYPE_TIME: return name + ":" + TypeName(yylval.pType);
     case CAST_FUNCTION_CALL: return name + ":" + yylval.pCast->m_Name;
@@ -273,7 +267,6 @@ TEST_F(ScannerTest, EndOfInputCountsAsOneCharacter)
 {
     SetScannerInput("a");
     EXPECT_EQ(yylex(), IDENTIFIER);
-    delete[] yylval.szText;
     EXPECT_EQ(nColumn, 2);
     EXPECT_EQ(yylex(), 0);
     EXPECT_EQ(yyleng, 1);

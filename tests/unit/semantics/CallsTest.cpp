@@ -163,20 +163,18 @@ TEST(FunctionCalls, StatementCallsAreMarked)
     CFunction* pExpected = pFunction.get();
     ASSERT_EQ(norvane.m_Pous.AddPou(std::move(pFunction)), 1);
 
-    const auto nameOf = [] { return new char[2]{'f', '\0'}; };
-    CNode* pStatement = norvane.MakeFunctionCall(nameOf(), {2, 3, 2, 4, "test.st"}, /*bInExpression=*/false, nullptr);
+    const CName& name = norvane.m_Names.Intern("f");
+    CNode* pStatement = norvane.MakeFunctionCall(name, {2, 3, 2, 4, "test.st"}, /*bInExpression=*/false, nullptr);
     EXPECT_EQ(pStatement->nKind, FUNCTION_CALL);
     EXPECT_EQ(pStatement->nValue, 1);
-    EXPECT_EQ(pStatement->szName, "f");
+    EXPECT_EQ(pStatement->GetName(), "f");
     EXPECT_EQ(pStatement->pPou, pExpected);
     EXPECT_EQ(pStatement->pType, pExpected->m_ReturnType);
     EXPECT_EQ(pStatement->location.nFirstLine, 2);
     EXPECT_EQ(pStatement->location.nFirstColumn, 3);
-    CNode* pValue = norvane.MakeFunctionCall(nameOf(), {2, 3, 2, 4, "test.st"}, /*bInExpression=*/true, nullptr);
+    CNode* pValue = norvane.MakeFunctionCall(name, {2, 3, 2, 4, "test.st"}, /*bInExpression=*/true, nullptr);
     EXPECT_EQ(pValue->nKind, FUNCTION_CALL);
     EXPECT_EQ(pValue->nValue, 0);
-    DeleteTree(pStatement);
-    DeleteTree(pValue);
 }
 
 TEST(FunctionCalls, AProgramCannotBeCalled)
@@ -184,11 +182,10 @@ TEST(FunctionCalls, AProgramCannotBeCalled)
     CNorvane norvane;
     LoadTarget(norvane);
     ASSERT_EQ(norvane.m_Pous.AddPou(std::make_unique<CProgram>("second", SourceLocation{1, 1, 1, 2, "test.st"})), 1);
-    CNode* pCall = norvane.MakeFunctionCall(new char[7]{'s', 'e', 'c', 'o', 'n', 'd', '\0'}, {2, 3, 2, 4, "test.st"},
+    CNode* pCall = norvane.MakeFunctionCall(norvane.m_Names.Intern("second"), {2, 3, 2, 4, "test.st"},
                                             /*bInExpression=*/false, nullptr);
     EXPECT_EQ(pCall->nKind, ERROR_);
     EXPECT_EQ(norvane.m_Errors.GetErrorCount(), 0) << "wanted: no message";
-    DeleteTree(pCall);
 }
 
 // ---- Overloads.
@@ -369,19 +366,18 @@ TEST(FbCalls, TheNodeKnowsInstanceAndMembers)
     CVariable* pExpected = pInstance.get();
     norvane.m_LocalSymbols.Add(std::move(pInstance));
 
-    CNode* pName = norvane.MakeIdentifier(new char[2]{'a', '\0'}, place);
+    CNode* pName = norvane.MakeIdentifier(norvane.m_Names.Intern("a"), place);
     CNode* pParameter = norvane.MakeNode(ASSIGN_FB, place, {pName, norvane.MakeInteger(1, place)});
     CNode* pList = norvane.MakeNode(PARAMETER_LIST, place, {pParameter});
-    CNode* pCall = norvane.MakeFbCall(new char[2]{'k', '\0'}, place, pList);
+    CNode* pCall = norvane.MakeFbCall(norvane.m_Names.Intern("k"), place, pList);
     EXPECT_EQ(pCall->nKind, FUNCTION_BLOCK);
-    EXPECT_EQ(pCall->szName, "k");
+    EXPECT_EQ(pCall->GetName(), "k");
     EXPECT_EQ(pCall->pVariable, pExpected);
     EXPECT_TRUE(pExpected->m_IsUsed);
     ASSERT_EQ(pCall->GetChildCount(), 1);
     EXPECT_EQ(pCall->Child(0), pList);
     EXPECT_EQ(pName->pMember, pExpectedMember);
     EXPECT_EQ(pParameter->Child(1)->pType, pInt);
-    DeleteTree(pCall);
 }
 
 TEST(FbCalls, ManyParametersTakeNoTime)

@@ -35,22 +35,22 @@ std::string CheckLabels(const std::vector<TestLabel>& labels)
 {
     CNorvane norvane;
     LoadTarget(norvane);
-    CNode* pList = new CNode(ISV_LIST, PlaceOf(0));
+    CNode* pList = norvane.m_Nodes.MakeNode(ISV_LIST, PlaceOf(0));
     for (std::size_t i = 0; i < labels.size(); ++i) {
         CNode* pLabel = norvane.MakeInteger(labels[i].from, PlaceOf(i));
         if (labels[i].isRange) {
-            CNode* pRange = new CNode(SUBRANGE_DOTS, PlaceOf(i));
+            CNode* pRange = norvane.m_Nodes.MakeNode(SUBRANGE_DOTS, PlaceOf(i));
             pRange->AddChild(pLabel);
             pRange->AddChild(norvane.MakeInteger(labels[i].to, PlaceOf(i)));
             pLabel = pRange;
         }
         pList->AddChild(pLabel);
     }
-    CNode* pBody = new CNode(CASE_BODY_LIST, PlaceOf(0));
+    CNode* pBody = norvane.m_Nodes.MakeNode(CASE_BODY_LIST, PlaceOf(0));
     pBody->AddChild(pList);
-    CNode* pSelector = new CNode(IDENTIFIER, PlaceOf(0));
+    CNode* pSelector = norvane.m_Nodes.MakeNode(IDENTIFIER, PlaceOf(0));
     pSelector->pType = norvane.m_DataTypes.FindType("INT");
-    CNode* pCase = new CNode(CASE, PlaceOf(0));
+    CNode* pCase = norvane.m_Nodes.MakeNode(CASE, PlaceOf(0));
     pCase->AddChild(pSelector);
     pCase->AddChild(pBody);
 
@@ -58,7 +58,6 @@ std::string CheckLabels(const std::vector<TestLabel>& labels)
     norvane.CheckCase(pCase);
     std::fflush(stdout);
     const std::string messages = testing::internal::GetCapturedStdout();
-    DeleteTree(pCase);
     return messages;
 }
 
@@ -228,14 +227,13 @@ TEST(CaseLabels, LabelsTakeTheSelectorsType)
     CNode* pList = norvane.AppendToList(norvane.MakeNode(ISV_LIST, place, {pValue}), pRange);
     CNode* pStatements = norvane.MakeNode(STMT_LIST, place, {norvane.MakeNode(NOP, place)});
     CNode* pBody = norvane.MakeNode(CASE_BODY_LIST, place, {pList, pStatements});
-    CNode* pSelector = new CNode(IDENTIFIER, place);
+    CNode* pSelector = norvane.m_Nodes.MakeNode(IDENTIFIER, place);
     pSelector->pType = norvane.m_DataTypes.FindType("DINT");
-    CNode* pCase = norvane.MakeNode(CASE, place, {pSelector, pBody});
+    norvane.MakeNode(CASE, place, {pSelector, pBody});
     EXPECT_EQ(pValue->pType, pSelector->pType);
     EXPECT_EQ(pLow->pType, pSelector->pType);
     EXPECT_EQ(pHigh->pType, pSelector->pType);
     EXPECT_EQ(pRange->Child(0), pHigh);
     EXPECT_EQ(pRange->Child(1), pLow);
     EXPECT_EQ(norvane.m_Errors.GetErrorCount(), 0);
-    DeleteTree(pCase);
 }

@@ -10,7 +10,6 @@
 #include "model/TypeStruct.h"
 #include "model/Variable.h"
 
-#include <cstring>
 
 namespace
 {
@@ -58,13 +57,6 @@ std::string BoundsText(const CArrayOfArrayIndex* pIndex)
     return text;
 }
 
-char* HeapText(const char* text)
-{
-    char* copy = new char[std::strlen(text) + 1];
-    std::strcpy(copy, text);
-    return copy;
-}
-
 // Drives the methods without a parser, for what no source can reach.
 class DeclarationFixture : public testing::Test
 {
@@ -75,30 +67,19 @@ protected:
         LoadTarget(norvane);
     }
 
-    ~DeclarationFixture() override
-    {
-        for (CNode* pNode : nodes) DeleteTree(pNode);
-    }
-
     static SourceLocation At(int line, int column) { return {line, column, line, column + 1, "test.st"}; }
-
-    CNode* Keep(CNode* pNode)
-    {
-        nodes.push_back(pNode);
-        return pNode;
-    }
 
     CNode* List(std::initializer_list<const char*> names)
     {
         CNode* pList = nullptr;
         int column = 1;
         for (const char* name : names) {
-            CNode* pName = norvane.MakeDeclaredIdentifier(HeapText(name), At(1, column));
+            CNode* pName = norvane.MakeDeclaredIdentifier(norvane.m_Names.Intern(name), At(1, column));
             if (pList) norvane.AppendToList(pList, pName);
             else pList = norvane.MakeNode(LIST_ID, At(1, column), {pName});
             column += 3;
         }
-        return Keep(pList);
+        return pList;
     }
 
     template <typename Action>
@@ -111,7 +92,6 @@ protected:
     }
 
     CNorvane norvane;
-    std::vector<CNode*> nodes;
     CTypeAny any{"ANY_INT"};
 };
 
@@ -120,13 +100,13 @@ protected:
 TEST_F(DeclarationFixture, LooksUpElementaryTypesExactly)
 {
     CType* pType = nullptr;
-    EXPECT_EQ(norvane.LookupTypeName("INT", pType), TYPE_IDENTIFIER);
+    EXPECT_EQ(norvane.LookupTypeName(norvane.m_Names.Intern("INT"), pType), TYPE_IDENTIFIER);
     EXPECT_EQ(pType, norvane.m_DataTypes.FindType("INT"));
-    EXPECT_EQ(norvane.LookupTypeName("LINT", pType), NEW_ID) << "no target allows it";
+    EXPECT_EQ(norvane.LookupTypeName(norvane.m_Names.Intern("LINT"), pType), NEW_ID) << "no target allows it";
     EXPECT_EQ(pType, norvane.m_DataTypes.FindType("LINT")) << "the type is handed out all the same";
-    EXPECT_EQ(norvane.LookupTypeName("TOD", pType), NEW_ID);
+    EXPECT_EQ(norvane.LookupTypeName(norvane.m_Names.Intern("TOD"), pType), NEW_ID);
     EXPECT_EQ(pType, nullptr);
-    EXPECT_EQ(norvane.LookupTypeName("int", pType), NEW_ID);
+    EXPECT_EQ(norvane.LookupTypeName(norvane.m_Names.Intern("int"), pType), NEW_ID);
     EXPECT_EQ(pType, nullptr);
 }
 
@@ -134,12 +114,12 @@ TEST_F(DeclarationFixture, ClassifiesNames)
 {
     norvane.m_DataTypes.AddAlias("Speed", norvane.m_DataTypes.FindType("INT"), nullptr);
     YYSTYPE value{};
-    EXPECT_EQ(norvane.ClassifyName("INT_TO_REAL", value), CAST_FUNCTION_CALL);
+    EXPECT_EQ(norvane.ClassifyName(norvane.m_Names.Intern("INT_TO_REAL"), value), CAST_FUNCTION_CALL);
     EXPECT_EQ(value.pCast, norvane.m_CastFunctions.Find("INT_TO_REAL"));
-    EXPECT_EQ(norvane.ClassifyName("int_to_real", value), NEW_ID);
-    EXPECT_EQ(norvane.ClassifyName("SPEED", value), TYPE_IDENTIFIER);
+    EXPECT_EQ(norvane.ClassifyName(norvane.m_Names.Intern("int_to_real"), value), NEW_ID);
+    EXPECT_EQ(norvane.ClassifyName(norvane.m_Names.Intern("SPEED"), value), TYPE_IDENTIFIER);
     EXPECT_EQ(value.pType, norvane.m_DataTypes.FindUserType("speed"));
-    EXPECT_EQ(norvane.ClassifyName("other", value), NEW_ID);
+    EXPECT_EQ(norvane.ClassifyName(norvane.m_Names.Intern("other"), value), NEW_ID);
     EXPECT_EQ(value.pType, nullptr);
 }
 
@@ -149,10 +129,10 @@ TEST_F(DeclarationFixture, ReportsTwoUnderscoresOnceAndGoesOn)
     nColumn = 9;
     YYSTYPE value{};
     int kind = 0;
-    const std::string printed = Printed([&] { kind = norvane.ClassifyName("a__b__c", value); });
+    const std::string printed = Printed([&] { kind = norvane.ClassifyName(norvane.m_Names.Intern("a__b__c"), value); });
     EXPECT_EQ(printed, "test.st(4,9) : error: two underscore in identifier's name\n");
     EXPECT_EQ(kind, NEW_ID);
-    EXPECT_EQ(Printed([&] { norvane.ClassifyName("a_b_c_", value); }), "");
+    EXPECT_EQ(Printed([&] { norvane.ClassifyName(norvane.m_Names.Intern("a_b_c_"), value); }), "");
 }
 
 TEST_F(DeclarationFixture, FindsLocalsBeforeGlobals)
@@ -189,8 +169,8 @@ TEST_F(DeclarationFixture, BlockFlags)
 TEST_F(DeclarationFixture, AttributeFlags)
 {
     const auto attributes = [this](std::initializer_list<int> kinds) {
-        CNode* pList = Keep(new CNode(OPT_LIST, At(1, 1)));
-        for (const int kind : kinds) pList->AddChild(new CNode(kind, At(1, 1)));
+        CNode* pList = norvane.m_Nodes.MakeNode(OPT_LIST, At(1, 1));
+        for (const int kind : kinds) pList->AddChild(norvane.m_Nodes.MakeNode(kind, At(1, 1)));
         return pList;
     };
     norvane.BeginVarBlock(VAR, attributes({}));
@@ -327,10 +307,10 @@ TEST_F(DeclarationFixture, TheListCarriesTheTypesNameAndTheNamesTheirVariables)
     norvane.BeginVarBlock(VAR, nullptr);
     CNode* pList = List({"a"});
     norvane.AddVariables(pList, pAlias, nullptr);
-    EXPECT_EQ(pList->szName, "Speed");
+    EXPECT_EQ(pList->GetName(), "Speed");
     EXPECT_EQ(pList->Child(0)->pType, norvane.m_DataTypes.FindType("INT"));
     EXPECT_EQ(pList->Child(0)->pVariable, norvane.m_LocalSymbols.Find("a"));
-    EXPECT_EQ(ValueText(pList->Child(0)->pInit.get()), "0");
+    EXPECT_EQ(ValueText(pList->Child(0)->pInit), "0");
 }
 
 TEST_F(DeclarationFixture, NoTypeIsTheErrorType)
@@ -338,11 +318,11 @@ TEST_F(DeclarationFixture, NoTypeIsTheErrorType)
     norvane.BeginVarBlock(VAR, nullptr);
     CNode* pList = List({"a"});
     norvane.AddVariables(pList, nullptr, nullptr);
-    EXPECT_EQ(pList->szName, "ERROR");
+    EXPECT_EQ(pList->GetName(), "ERROR");
     EXPECT_EQ(norvane.m_LocalSymbols.Find("a")->m_Type, norvane.m_DataTypes.m_ErrorType);
-    CNode* pReturnType = norvane.MakeReturnType(Keep(new CNode(RETURN_TYPE, At(1, 1))), nullptr);
+    CNode* pReturnType = norvane.MakeReturnType(norvane.m_Nodes.MakeNode(RETURN_TYPE, At(1, 1)), nullptr);
     EXPECT_EQ(pReturnType->pType, norvane.m_DataTypes.m_ErrorType);
-    norvane.AddReturnVariable("f", pReturnType);
+    norvane.AddReturnVariable(norvane.m_Names.Intern("f"), pReturnType);
     EXPECT_EQ(norvane.m_LocalSymbols.Find("f")->m_Type, norvane.m_DataTypes.m_ErrorType);
 }
 
@@ -372,12 +352,12 @@ TEST_F(DeclarationFixture, AnyIsForFormalParametersOnly)
 TEST_F(DeclarationFixture, AnyCantBeInitialisedOrStandInAnArray)
 {
     norvane.BeginVarBlock(VAR, nullptr);
-    CNode* pValue = Keep(norvane.MakeInteger(1, At(1, 9)));
+    CNode* pValue = norvane.MakeInteger(1, At(1, 9));
     EXPECT_EQ(Printed([&] { norvane.DeclareWithInit(List({"a"}), &any, pValue); }),
               "test.st(1,1) : error: cannot initialize an ANY variable\n"
               "test.st(1,1) : error: type ANY are allowed only in function's formal parameters \n");
     EXPECT_TRUE(norvane.FindVariable("a"));
-    CNode* pRanges = Keep(new CNode(ARRAY_ARG, At(1, 9)));
+    CNode* pRanges = norvane.m_Nodes.MakeNode(ARRAY_ARG, At(1, 9));
     EXPECT_EQ(Printed([&] { norvane.DeclareArray(List({"b"}), pRanges, &any, nullptr); }),
               "test.st(1,1) : error: type ANY are allowed only in function's formal parameters \n"
               "test.st(1,1) : error: cannot initialize an ANY variable\n");
@@ -396,14 +376,14 @@ protected:
         for (std::size_t i = 0; i < parameters.size(); ++i)
             norvane.AddVariables(List({names[i]}), parameters[i], nullptr);
         norvane.EndVarBlock();
-        CNode* pName = norvane.MakeIdentifier(HeapText("f"), At(1, 10));
-        CNode* pReturnType = norvane.MakeReturnType(new CNode(RETURN_TYPE, At(1, 14)), pReturn);
-        CNode* pBlock = new CNode(VAR_BLOCK, At(2, 1));
-        CNode* pStatements = new CNode(STMT_LIST, At(3, 1));
+        CNode* pName = norvane.MakeIdentifier(norvane.m_Names.Intern("f"), At(1, 10));
+        CNode* pReturnType = norvane.MakeReturnType(norvane.m_Nodes.MakeNode(RETURN_TYPE, At(1, 14)), pReturn);
+        CNode* pBlock = norvane.m_Nodes.MakeNode(VAR_BLOCK, At(2, 1));
+        CNode* pStatements = norvane.m_Nodes.MakeNode(STMT_LIST, At(3, 1));
         CNode* pFunction = norvane.MakeNode(FUNCTION, At(1, 10), {pName, pReturnType, pBlock, pStatements});
         norvane.m_Memory.ClearLocalVariables();
         norvane.m_LocalSymbols.Clear();
-        return Keep(pFunction);
+        return pFunction;
     }
 
     CTypeAny other{"ANY_REAL"};
@@ -527,10 +507,12 @@ TEST_F(DeclarationFixture, OnlyAnAliasGivesTheResultAValue)
     const CInitValue five(std::int64_t{5});
     CType* pInt = norvane.m_DataTypes.FindType("INT");
     CType* pAlias = norvane.m_DataTypes.AddAlias("t", pInt, &five);
-    norvane.AddReturnVariable("f", norvane.MakeReturnType(Keep(new CNode(RETURN_TYPE, At(1, 1))), pAlias));
-    norvane.AddReturnVariable("g", norvane.MakeReturnType(Keep(new CNode(RETURN_TYPE, At(1, 1))), pInt));
-    EXPECT_EQ(nodes[0]->szName, "t");
-    EXPECT_EQ(nodes[0]->pVariable, norvane.m_LocalSymbols.Find("f"));
+    CNode* pAliasNode = norvane.MakeReturnType(norvane.m_Nodes.MakeNode(RETURN_TYPE, At(1, 1)), pAlias);
+    CNode* pIntNode = norvane.MakeReturnType(norvane.m_Nodes.MakeNode(RETURN_TYPE, At(1, 1)), pInt);
+    norvane.AddReturnVariable(norvane.m_Names.Intern("f"), pAliasNode);
+    norvane.AddReturnVariable(norvane.m_Names.Intern("g"), pIntNode);
+    EXPECT_EQ(pAliasNode->GetName(), "t");
+    EXPECT_EQ(pAliasNode->pVariable, norvane.m_LocalSymbols.Find("f"));
     EXPECT_EQ(norvane.m_LocalSymbols.Find("f")->m_Type, pInt);
     EXPECT_EQ(ValueText(norvane.m_LocalSymbols.Find("f")->m_InitValue.get()), "5");
     EXPECT_EQ(ValueText(norvane.m_LocalSymbols.Find("g")->m_InitValue.get()), "none");

@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,14 +41,6 @@ protected:
     static SourceLocation At(int column, int line = 1)
     {
         return SourceLocation{line, column, line, column + 1, "t.st"};
-    }
-
-    static char* HeapText(std::string_view text)
-    {
-        char* copy = new char[text.size() + 1];
-        std::memcpy(copy, text.data(), text.size());
-        copy[text.size()] = '\0';
-        return copy;
     }
 
     CType* Type(std::string_view name) const
@@ -92,7 +83,10 @@ protected:
     CNode* Int(std::int64_t value, int column = 10) { return norvane.MakeInteger(value, At(column)); }
     CNode* Float(double value, int column = 10) { return norvane.MakeReal(value, At(column)); }
     CNode* Truth(bool value, int column = 10) { return norvane.MakeNode(value ? TRUE : FALSE, At(column)); }
-    CNode* Var(std::string_view name, int column = 10) { return norvane.MakeVariable(HeapText(name), At(column)); }
+    CNode* Var(std::string_view name, int column = 10)
+    {
+        return norvane.MakeVariable(norvane.m_Names.Intern(name), At(column));
+    }
     CNode* Leaf(int kind, int column = 10) { return norvane.MakeNode(kind, At(column)); }
 
     // "5", "-5", "2.5", "TRUE", "FALSE" as literals, anything else as a variable.

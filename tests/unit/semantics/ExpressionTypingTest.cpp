@@ -739,7 +739,7 @@ TEST_F(ExpressionTyping, StringLiteralHasItsTypeAndAPlaceOfItsOwn)
     pLiteral->AppendText("abc");
     CNode* pNode = norvane.MakeString(pLiteral, SourceLocation{3, 10, 4, 11, "t.st"});
     EXPECT_EQ(pNode->nKind, STR_DIR);
-    EXPECT_EQ(pNode->szString.Get(), "abc");
+    EXPECT_EQ(pNode->szString, "abc");
     EXPECT_EQ(NameOf(pNode->pType), "STRING");
     EXPECT_EQ(pNode->location.nFirstLine, 3);
     EXPECT_EQ(pNode->location.nFirstColumn, 7);
@@ -760,9 +760,9 @@ TEST_F(ExpressionTyping, TimeLiteralsHaveNoType)
 
 TEST_F(ExpressionTyping, LeavesRunNoChecks)
 {
-    CNode* pNode = norvane.MakeIdentifier(HeapText("Name"), At(4));
+    CNode* pNode = norvane.MakeIdentifier(norvane.m_Names.Intern("Name"), At(4));
     EXPECT_EQ(pNode->nKind, NEW_ID);
-    EXPECT_EQ(pNode->szName, "Name");
+    EXPECT_EQ(pNode->GetName(), "Name");
     EXPECT_EQ(norvane.MakeNode(IF, At(4))->GetChildCount(), 0);     // without children no condition is asked for
 }
 
@@ -787,7 +787,6 @@ TEST_F(ExpressionTyping, LongSums)
     for (int i = 1; i < 100000; ++i) pSum = Op('+', pSum, Var("a", 20));
     EXPECT_EQ(NameOf(pSum->pType), "INT");
     EXPECT_EQ(norvane.m_Errors.GetErrorCount(), 0);
-    DeleteTree(pSum);
 }
 
 }

@@ -300,10 +300,10 @@ TEST_F(LiteralFolding, LiteralsOfAListMergeIntoTheFirst)
     const CNode* pNode = List(MIN, {"x", "5", "y", "3", "z", "4"});
     const CNode* pList = pNode->Child(0);
     ASSERT_EQ(pList->GetChildCount(), 4);
-    EXPECT_EQ(pList->Child(0)->szName, "x");
+    EXPECT_EQ(pList->Child(0)->GetName(), "x");
     EXPECT_EQ(pList->Child(1)->nValue, 3);
-    EXPECT_EQ(pList->Child(2)->szName, "y");
-    EXPECT_EQ(pList->Child(3)->szName, "z");
+    EXPECT_EQ(pList->Child(2)->GetName(), "y");
+    EXPECT_EQ(pList->Child(3)->GetName(), "z");
 }
 
 TEST_F(LiteralFolding, LongLists)
@@ -519,7 +519,7 @@ protected:
     {
         if (pNode->nKind != SIMPLIFIED) return "kept";
         EXPECT_EQ(pNode->GetChildCount(), 0);
-        return TextOf(pNode->pInit.get());
+        return TextOf(pNode->pInit);
     }
 };
 

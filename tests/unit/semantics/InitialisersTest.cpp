@@ -336,7 +336,7 @@ protected:
 
 TEST_F(InitialiserFixture, AFoldThatGaveNothingHasNoValue)
 {
-    CNode folded(SIMPLIFIED, At(4));
+    CNode& folded = *norvane.m_Nodes.MakeNode(SIMPLIFIED, At(4));
     folded.pType = Type("INT");
     EXPECT_EQ(norvane.ValueOf(&folded, Type("INT")), nullptr);
     std::int32_t value = 0;
@@ -347,11 +347,11 @@ TEST_F(InitialiserFixture, AFoldThatGaveNothingHasNoValue)
 TEST_F(InitialiserFixture, ARepeatCountOfAnyOtherKindIsRefused)
 {
     for (const int kind : {SIMPLIFIED, IDENTIFIER, FUNCTION_CALL, CAST_FUNCTION_CALL, ERROR_, STR_DIR}) {
-        CNode count(kind, At(5));
-        CNode repeat(DUP, At(5));
+        CNode& count = *norvane.m_Nodes.MakeNode(kind, At(5));
+        CNode& repeat = *norvane.m_Nodes.MakeNode(DUP, At(5));
         repeat.AddChild(&count);
-        CNode element(IMM_INTEGER, At(7));
-        CNode list(ARRAY_INIT_LIST, At(5));
+        CNode& element = *norvane.m_Nodes.MakeNode(IMM_INTEGER, At(7));
+        CNode& list = *norvane.m_Nodes.MakeNode(ARRAY_INIT_LIST, At(5));
         list.AddChild(&repeat);
         list.AddChild(&element);
         EXPECT_EQ(Printed([&] { EXPECT_EQ(norvane.CountInitElements(&list), -1); }),
@@ -361,12 +361,12 @@ TEST_F(InitialiserFixture, ARepeatCountOfAnyOtherKindIsRefused)
 
 TEST_F(InitialiserFixture, CountsStopAtTheEndsOf64Bits)
 {
-    CNode lowest(IMM_INTEGER, At(1));
+    CNode& lowest = *norvane.m_Nodes.MakeNode(IMM_INTEGER, At(1));
     lowest.nValue = std::numeric_limits<std::int64_t>::min();
-    CNode repeat(DUP, At(1));
+    CNode& repeat = *norvane.m_Nodes.MakeNode(DUP, At(1));
     repeat.AddChild(&lowest);
-    CNode element(IMM_INTEGER, At(1));
-    CNode list(ARRAY_INIT_LIST, At(1));
+    CNode& element = *norvane.m_Nodes.MakeNode(IMM_INTEGER, At(1));
+    CNode& list = *norvane.m_Nodes.MakeNode(ARRAY_INIT_LIST, At(1));
     for (int i = 0; i < 2; ++i) {
         list.AddChild(&repeat);
         list.AddChild(&element);
@@ -393,8 +393,8 @@ TEST_F(InitialiserFixture, APlainArrayOfArraysHasADefaultOnEachLevel)
 TEST_F(InitialiserFixture, AnArrayWithoutBoundsIsRefused)
 {
     CTypeArray type("INT[]", Type("INT"));
-    CNode element(IMM_INTEGER, At(2));
-    CNode list(ARRAY_INIT_LIST, At(2));
+    CNode& element = *norvane.m_Nodes.MakeNode(IMM_INTEGER, At(2));
+    CNode& list = *norvane.m_Nodes.MakeNode(ARRAY_INIT_LIST, At(2));
     list.AddChild(&element);
     EXPECT_EQ(Printed([&] { EXPECT_FALSE(norvane.CheckArrayInit(&type, &list, nullptr, 0)); }),
               "test.st(1,2) : error:   is not a struct\n");
@@ -402,7 +402,7 @@ TEST_F(InitialiserFixture, AnArrayWithoutBoundsIsRefused)
 
 TEST_F(InitialiserFixture, AScalarSuitsItsTypeOrThereIsNone)
 {
-    CNode real(IMM_REAL, At(3));
+    CNode& real = *norvane.m_Nodes.MakeNode(IMM_REAL, At(3));
     real.dValue = 1.5;
     EXPECT_EQ(Printed([&] { EXPECT_EQ(norvane.BuildInitScalar(Type("BYTE"), &real), nullptr); }),
               "test.st(1,3) : error: cannot assign the value to an BYTE\n");
@@ -410,7 +410,7 @@ TEST_F(InitialiserFixture, AScalarSuitsItsTypeOrThereIsNone)
     ASSERT_TRUE(pValue);
     EXPECT_TRUE(pValue->IsReal());
     EXPECT_EQ(real.pType, Type("LREAL"));
-    CNode wide(IMM_INTEGER, At(3));
+    CNode& wide = *norvane.m_Nodes.MakeNode(IMM_INTEGER, At(3));
     wide.nValue = 0x1FFFFFFFF;
     const std::unique_ptr<CInitValue> pWide = norvane.BuildInitScalar(Type("ULINT"), &wide);
     ASSERT_TRUE(pWide);

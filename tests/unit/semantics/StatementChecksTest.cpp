@@ -39,8 +39,8 @@ TEST(StatementChecks, OnlyStatementsOfTheSameListAreUnreachable)
 TEST(StatementChecks, AListEndsWhereItsLastItemEnds)
 {
     CNorvane norvane;
-    CNode list(STMT_LIST, {1, 2, 3, 4, "t.st"});
-    CNode* pItem = new CNode(NOP, {7, 8, 9, 10, "t.st"});
+    CNode& list = *norvane.m_Nodes.MakeNode(STMT_LIST, {1, 2, 3, 4, "t.st"});
+    CNode* pItem = norvane.m_Nodes.MakeNode(NOP, {7, 8, 9, 10, "t.st"});
     EXPECT_EQ(norvane.AppendToList(&list, pItem), &list);
     EXPECT_EQ(list.location.nFirstLine, 1);
     EXPECT_EQ(list.location.nFirstColumn, 2);
@@ -48,7 +48,6 @@ TEST(StatementChecks, AListEndsWhereItsLastItemEnds)
     EXPECT_EQ(list.location.nLastColumn, 10);
     ASSERT_EQ(list.GetChildCount(), 1);
     EXPECT_EQ(list.Child(0), pItem);
-    DeleteTree(pItem);
 }
 
 // ---- Assignments.

@@ -41,13 +41,14 @@ protected:
 
     CNode* MakePathNode(int kind, std::string_view name)
     {
-        m_Nodes.push_back(std::make_unique<CNode>(kind, SourceLocation{}));
-        m_Nodes.back()->szName = name;
-        return m_Nodes.back().get();
+        CNode* pNode = m_Nodes.MakeNode(kind, SourceLocation{});
+        pNode->pName = &m_Names.Intern(name);
+        return pNode;
     }
 
     using Offsets = std::vector<std::int32_t>;
-    std::vector<std::unique_ptr<CNode>> m_Nodes;
+    CNamePool m_Names;
+    CNodeArena m_Nodes;
 };
 
 TEST_F(LayoutTest, StructureOfTwoBoolsHasOneByte)
