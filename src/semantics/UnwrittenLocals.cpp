@@ -64,8 +64,8 @@ void CUnwrittenWalk::Read(const CNode* pExpression)
         if (pNode->IsIdentifier() && m_Unwritten.contains(pNode->pVariable))
             m_Notes.Add(Note::ReadBeforeWrite, pNode->location, pNode->pVariable->m_Name);
         const bool isActuals = pNode->nKind == PARAMETER_LIST;
-        for (auto child = pNode->m_Children.rbegin(); child != pNode->m_Children.rend(); ++child)
-            if (!isActuals || !(*child)->IsIdentifier()) waiting.push_back(*child);
+        for (int i = pNode->GetChildCount() - 1; i >= 0; --i)   // the first one is looked at next
+            if (!isActuals || !pNode->Child(i)->IsIdentifier()) waiting.push_back(pNode->Child(i));
         if (isActuals)
             for (const CNode* pActual : pNode->m_Children) Write(pActual);
     }
