@@ -2,6 +2,7 @@
 
 #include "codegen/CodeGeneration.h"
 
+#include "codegen/TextPieces.h"
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "files/OutputTextFile.h"
@@ -18,22 +19,35 @@ CCodeGeneration::CCodeGeneration(CNorvane& norvane)
 
 CCodeGeneration::~CCodeGeneration() = default;
 
-void CCodeGeneration::WriteText(std::string_view text)
+void CCodeGeneration::FlushText()
 {
     if (!m_Output) InternalFault("text is written while no output is open");
-    m_Output->Write(text);
+    m_Output->Write(m_Text.View());
+    m_Text.Clear();
+}
+
+void CCodeGeneration::FlushLarge(const TextBuffer& text)
+{
+    constexpr std::size_t large = 65536;   // bytes
+    if (&text == &m_Text && m_Text.GetSize() >= large) FlushText();
+}
+
+void CCodeGeneration::WriteText(std::string_view text)
+{
+    m_Text.Append(text);
+    FlushText();
 }
 
 void CCodeGeneration::WriteLine(std::string_view text)
 {
-    WriteText(text);
-    WriteText("\n");
+    m_Text.Append(text, '\n');
+    FlushText();
 }
 
 void CCodeGeneration::WriteTabLine(std::string_view text)
 {
-    WriteText("\t");
-    WriteLine(text);
+    m_Text.Append('\t', text, '\n');
+    FlushText();
 }
 
 //
@@ -48,26 +62,37 @@ void CCodeGeneration::WriteHeader(std::string_view name, std::string_view fileTi
     const std::size_t separator = name.rfind('\\');
     if (separator != std::string_view::npos && separator > 0) name.remove_prefix(separator + 1);
 
-    WriteText("\n");
-    WriteLine("DBI FILENAME " + ShowControlCharacters(name));
-    WriteLine("DBI FILETIME " + std::string(fileTime));
-    WriteLine("DBI FILEVERSION " + std::string(fileVersion));
-    WriteLine("DBI COMPILERBUILDNUMBER " + std::string(buildNumber));
+    m_Text.Append('\n');
+    m_Text.Append("DBI FILENAME ", ShowControlCharacters(name), '\n');
+    m_Text.Append("DBI FILETIME ", fileTime, '\n');
+    m_Text.Append("DBI FILEVERSION ", fileVersion, '\n');
+    m_Text.Append("DBI COMPILERBUILDNUMBER ", buildNumber, '\n');
+    FlushText();
 }
 
 // A value of a structure or an array is always handled by its address. Aliases are looked through for that
 // question only: what is printed is the name as declared.
+TypeSuffix CCodeGeneration::SuffixOf(const CType* pType) const
+{
+    if (!pType) return {"ERROR"};   // as a declaration without a type counts
+    if (pType->IsAggregate()) return PointerSuffix();
+    return {pType->m_Name};
+}
+
+TypeSuffix CCodeGeneration::PointerSuffix() const
+{
+    const CType* pType = m_PointerType ? m_PointerType : m_Norvane.m_DataTypes.m_PointerType;
+    return {pType ? std::string_view(pType->m_Name) : "ERROR"};
+}
+
 std::string CCodeGeneration::GetTypeSuffix(const CType* pType) const
 {
-    if (!pType) return "(ERROR)";   // as a declaration without a type counts
-    if (pType->IsAggregate()) return GetPointerSuffix();
-    return "(" + pType->m_Name + ")";
+    return MakeText(SuffixOf(pType));
 }
 
 std::string CCodeGeneration::GetPointerSuffix() const
 {
-    const CType* pType = m_PointerType ? m_PointerType : m_Norvane.m_DataTypes.m_PointerType;
-    return pType ? "(" + pType->m_Name + ")" : "(ERROR)";
+    return MakeText(PointerSuffix());
 }
 
 // A literal that no rule has reached is of the common type of its kind. A comparison of literals of two kinds
@@ -93,19 +118,19 @@ const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
     }
 }
 
-std::string CCodeGeneration::GetNodeSuffix(const CNode* pNode) const
+TypeSuffix CCodeGeneration::SuffixOf(const CNode* pNode) const
 {
-    return GetTypeSuffix(GetNodeType(pNode));
+    return SuffixOf(GetNodeType(pNode));
 }
 
-std::string CCodeGeneration::GetAreaPrefix(const CVariable* pVariable) const
+std::string_view CCodeGeneration::GetAreaPrefix(const CVariable* pVariable) const
 {
     if (!pVariable->m_DirectAddress.empty()) return {};   // the offset alone names the place, also of a retain variable
     if (pVariable->m_IsRetain) return "retain+";
     return pVariable->m_IsLocal ? "local+" : "global+";
 }
 
-std::string CCodeGeneration::GetVarBlockName(const CVariable* pVariable) const
+std::string_view CCodeGeneration::GetVarBlockName(const CVariable* pVariable) const
 {
     if (!pVariable->m_IsLocal) return "VAR_GLOBAL";
     if (pVariable->m_IsInOut) return "VAR_IN_OUT";
@@ -115,26 +140,24 @@ std::string CCodeGeneration::GetVarBlockName(const CVariable* pVariable) const
 }
 
 // (BOOL) [local+4].3 ; ready
+VariableOperand CCodeGeneration::OperandOf(const CVariable* pVariable) const
+{
+    MemoryPlace place{GetAreaPrefix(pVariable), pVariable->m_Offset};
+    if (pVariable->m_Type && pVariable->m_Type->IsBool()) place.bit = pVariable->m_BitOffset;
+    return {SuffixOf(pVariable->m_Type), place, pVariable->m_Name};
+}
+
 std::string CCodeGeneration::GetVariableOperand(const CVariable* pVariable) const
 {
-    std::string text = GetTypeSuffix(pVariable->m_Type) + " [" + GetAreaPrefix(pVariable);
-    AppendFormat(text, "%d]", pVariable->m_Offset);
-    if (pVariable->m_Type && pVariable->m_Type->IsBool()) AppendFormat(text, ".%d", pVariable->m_BitOffset);
-    text += " ; " + pVariable->m_Name;
-    return text;
+    return MakeText(OperandOf(pVariable));
 }
 
 std::string CCodeGeneration::GetPackedOffset(std::int64_t offsetBytes, int bit)
 {
-    if (bit > 0) return GetCommentedOffset(offsetBytes, bit);
-    return FormatText("%d", static_cast<std::int32_t>(offsetBytes));
+    return MakeText(PackedOffset{offsetBytes, bit});
 }
 
-// 50331653	;0x03000005
 std::string CCodeGeneration::GetCommentedOffset(std::int64_t offsetBytes, int bit)
 {
-    constexpr int bitShift = 24;
-    const std::uint32_t bitPart = static_cast<std::uint32_t>(bit) << bitShift;
-    const std::uint32_t packed = static_cast<std::uint32_t>(offsetBytes) | bitPart;
-    return FormatText("%d\t;0x%08X", static_cast<std::int32_t>(packed), packed);
+    return MakeText(CommentedOffset(offsetBytes, bit));
 }

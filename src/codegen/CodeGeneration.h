@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codegen/Label.h"
+#include "files/TextBuffer.h"
 
 #include <cstdint>
 #include <map>
@@ -28,7 +29,10 @@ class CTypeStructFB;
 class CVariable;
 class OutputTextFile;
 class XmlStream;
+struct FunctionLabel;
 struct SourceLocation;
+struct TypeSuffix;
+struct VariableOperand;
 
 // What an access does with a variable.
 enum class AccessMode   // ORDER ACCESS
@@ -66,8 +70,8 @@ public:
                      std::string_view buildNumber);
     std::string GetTypeSuffix(const CType* pType) const;          // "(INT)"; the pointer type's for aggregates
     std::string GetPointerSuffix() const;                         // of the target's pointer type
-    std::string GetAreaPrefix(const CVariable* pVariable) const;  // "local+", "global+", "retain+" or nothing
-    std::string GetVarBlockName(const CVariable* pVariable) const;      // "VAR_INPUT"
+    std::string_view GetAreaPrefix(const CVariable* pVariable) const;   // "local+", "global+", "retain+" or nothing
+    std::string_view GetVarBlockName(const CVariable* pVariable) const; // "VAR_INPUT"
     std::string GetVariableOperand(const CVariable* pVariable) const;   // "(INT) [local+4] ; count"
     // The decimal offset; with a bit above 0 the bit travels in the top eight bits, and the hexadecimal
     // form follows as a comment.
@@ -76,15 +80,15 @@ public:
     static std::string GetCommentedOffset(std::int64_t offsetBytes, int bit);
 
     // Trees (Expressions.cpp, Statements.cpp, FbCalls.cpp).
-    void GenerateNode(CNode* pNode, std::string& text);
-    void GenerateStatementList(const CNode* pList, std::string& text);
+    void GenerateNode(CNode* pNode, TextBuffer& text);
+    void GenerateStatementList(const CNode* pList, TextBuffer& text);
     static bool IsFalseLiteral(const CNode* pNode);   // FALSE or 0
     static bool IsTrueLiteral(const CNode* pNode);    // TRUE or 1
 
     // Variables (VariableAccess.cpp). The text ends without a line end. True if the place is computed on the stack and
     // what lies there is pushed or popped, an address never.
-    bool GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text);
-    void GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, std::string& text);   // of the current block
+    bool GenerateVariableAccess(const CNode* pNode, AccessMode mode, TextBuffer& text);
+    void GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, TextBuffer& text);   // of the current block
     // Distance between elements: bytes, or bits if the elements are BOOL. Dimension -1: of a whole element.
     std::int64_t GetElementStride(const CType* pArrayType, const CArrayOfArrayIndex* pIndex, int level,
                                   int dimension) const;
@@ -105,7 +109,7 @@ public:
     void NoteRetainedGlobals() const;             // when all have their places
     // Uses m_Area. A structure or array with more stores than anybody waits for ends the run before any is written: one
     // line on standard error, exit status 1.
-    void GenerateVariableInit(const CVariable* pVariable, std::string& text);
+    void GenerateVariableInit(const CVariable* pVariable, TextBuffer& text);
     // How many stores that would be for a structure or array: one for each scalar part that starts with another value
     // than zero. Costs what the initial values are long, not what they stand for.
     std::int64_t CountInitialStores(const CVariable* pVariable);
@@ -146,7 +150,7 @@ public:
     CPou* m_CurrentFb = nullptr;              // the function block whose body is being generated, else null
     CType* m_PointerType = nullptr;           // the target's pointer type
     CLabel m_Label;
-    std::string m_Area;                       // area prefix of the variable being initialised
+    std::string_view m_Area;                  // area prefix of the variable being initialised
     OutputTextFile* m_Output = nullptr;       // the temporary output, not owned
 
 private:
@@ -154,71 +158,81 @@ private:
 
     // AssemblerText.cpp
     const CType* GetNodeType(const CNode* pNode) const;           // null only where nothing tells a type
-    std::string GetNodeSuffix(const CNode* pNode) const;
+    // The same as the texts above, as pieces (TextPieces.h).
+    TypeSuffix SuffixOf(const CType* pType) const;
+    TypeSuffix SuffixOf(const CNode* pNode) const;
+    TypeSuffix PointerSuffix() const;
+    VariableOperand OperandOf(const CVariable* pVariable) const;
+    void FlushText();                                             // writes out what is under construction
+    // The same where it is large. A text of its own, as that of a CASE's arms, waits for its place.
+    void FlushLarge(const TextBuffer& text);
 
     // Expressions.cpp
-    void GenerateInteger(const CNode* pNode, std::string& text);
-    void GenerateReal(const CNode* pNode, std::string& text);
-    static void GenerateStringLiteral(const CNode* pNode, std::string& text);
+    void GenerateInteger(const CNode* pNode, TextBuffer& text);
+    void GenerateReal(const CNode* pNode, TextBuffer& text);
+    static void GenerateStringLiteral(const CNode* pNode, TextBuffer& text);
     bool UsesShortcut(const CNode* pNode) const;
     bool IsDecidedByLeft(const CNode* pNode) const;
-    void GenerateOperatorChain(CNode* pNode, std::string& text);
-    void GenerateShortcut(const CNode* pNode, const std::string& label, std::string& text);
-    void GenerateOperation(const CNode* pNode, std::string& text);
-    void GeneratePower(const CNode* pNode, std::string& text);
-    void GenerateConversion(const CNode* pNode, std::string_view typeName, std::string& text);
-    void GenerateUnary(const CNode* pNode, std::string_view mnemonic, std::string& text);
-    void GenerateShift(const CNode* pNode, std::string_view mnemonic, std::string& text);
-    void GenerateMulDiv(const CNode* pNode, std::string& text);
-    void GenerateMinMax(const CNode* pNode, std::string_view mnemonic, std::string& text);
-    void GenerateLimit(const CNode* pNode, std::string& text);
-    void GenerateCast(const CNode* pNode, std::string& text);
-    void GenerateSystem(const CNode* pNode, std::string& text);
-    void GenerateActualParameter(CNode* pActual, const CVariable& formal, std::string& text);
-    void GenerateFunctionCall(CNode* pNode, std::string& text);
-    std::string GetFunctionLabel(const CPou* pPou) const;         // "name" or "name__2"
+    void GenerateOperatorChain(CNode* pNode, TextBuffer& text);
+    void GenerateShortcut(const CNode* pNode, Label label, TextBuffer& text);
+    void GenerateOperation(const CNode* pNode, TextBuffer& text);
+    void GeneratePower(const CNode* pNode, TextBuffer& text);
+    void GenerateConversion(const CNode* pNode, std::string_view typeName, TextBuffer& text);
+    void GenerateUnary(const CNode* pNode, std::string_view mnemonic, TextBuffer& text);
+    void GenerateShift(const CNode* pNode, std::string_view mnemonic, TextBuffer& text);
+    void GenerateMulDiv(const CNode* pNode, TextBuffer& text);
+    void GenerateMinMax(const CNode* pNode, std::string_view mnemonic, TextBuffer& text);
+    void GenerateLimit(const CNode* pNode, TextBuffer& text);
+    void GenerateCast(const CNode* pNode, TextBuffer& text);
+    void GenerateSystem(const CNode* pNode, TextBuffer& text);
+    void GenerateActualParameter(CNode* pActual, const CVariable& formal, TextBuffer& text);
+    void GenerateFunctionCall(CNode* pNode, TextBuffer& text);
+    FunctionLabel LabelOf(const CPou* pPou) const;
 
     // VariableAccess.cpp
     struct RuntimeSubscript;
     struct AccessPath;
     const CMember* FindCurrentFbMember(const CVariable* pVariable, int& position) const;
-    std::string GetSlotText(int position) const;
-    void GenerateFbScalar(const CNode* pNode, AccessMode mode, std::string& text);
+    std::int64_t GetSlotOffset(int position) const;
+    void GenerateFbScalar(const CNode* pNode, AccessMode mode, TextBuffer& text);
     void EnterMember(const CNode* pStep, AccessPath& path);
     void EnterElement(const CNode* pStep, AccessPath& path);
     AccessPath WalkPath(const CNode* pNode);
     static bool StepsOverBytesToBits(const AccessPath& path);
     void ReportNoVariable(const CNode* pNode);
-    bool GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
-    bool GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, std::string& text);
-    void GenerateRuntimeBase(const AccessPath& path, const std::string& area, std::string& text);
+    bool GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, TextBuffer& text);
+    bool GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode, TextBuffer& text);
+    void GenerateRuntimeBase(const AccessPath& path, std::string_view area, TextBuffer& text);
     static bool MissesElements(const RuntimeSubscript& subscript, int dimension);
-    void GenerateRuntimeSubscripts(const AccessPath& path, std::string& text);
+    void GenerateRuntimeSubscripts(const AccessPath& path, TextBuffer& text);
     std::int64_t GetStructSize(const CType* pType);
 
     // Statements.cpp
     struct ForLoop;
     struct CaseArm;
     int GetFileNumber(const SourceLocation& location);
-    bool GenerateAccessLine(const CNode* pNode, AccessMode mode, std::string& text);   // as GenerateVariableAccess
-    void GenerateAssignment(const CNode* pNode, std::string& text);
-    void GenerateStringAssignment(const CNode* pTarget, const CNode* pLiteral, std::string& text);
-    void GenerateCopy(const CNode* pTarget, const CNode* pValue, std::string& text);
-    void GenerateIf(const CNode* pNode, std::string& text);
-    std::string GenerateElsifItems(const CNode* pItems, bool hasElse, const std::string& endLabel, std::string& text);
-    void GenerateElse(const CNode* pList, const std::string& elseLabel, const std::string& endLabel, std::string& text);
-    void GenerateWhile(const CNode* pNode, std::string& text);
-    void GenerateRepeat(const CNode* pNode, std::string& text);
-    bool GenerateFor(const CNode* pNode, std::string& text);      // false: without the last line end
-    void GenerateForCompare(const ForLoop& loop, std::string_view comparison, std::string& text);
-    void GenerateForConstantStep(const ForLoop& loop, std::string& text);
-    void GenerateForTestedBelow(const ForLoop& loop, std::string& text);
-    void GenerateForTestedAbove(const ForLoop& loop, std::string& text);
-    void GenerateForStepTest(const ForLoop& loop, std::string_view comparison, const std::string& label,
-                             std::string& text);
-    void GenerateForWithVariableStep(const ForLoop& loop, std::string& text);
-    std::vector<CaseArm> BuildCaseArms(const CNode* pPairs);
-    void GenerateCase(const CNode* pNode, std::string& text);
+    bool GenerateAccessLine(const CNode* pNode, AccessMode mode, TextBuffer& text);   // as GenerateVariableAccess
+    void GenerateAssignment(const CNode* pNode, TextBuffer& text);
+    void GenerateStringAssignment(const CNode* pTarget, const CNode* pLiteral, TextBuffer& text);
+    void GenerateCopy(const CNode* pTarget, const CNode* pValue, TextBuffer& text);
+    void GenerateIf(const CNode* pNode, TextBuffer& text);
+    Label GenerateElsifItems(const CNode* pItems, bool hasElse, Label endLabel, TextBuffer& text);
+    void GenerateElse(const CNode* pList, Label elseLabel, Label endLabel, TextBuffer& text);
+    void GenerateWhile(const CNode* pNode, TextBuffer& text);
+    void GenerateRepeat(const CNode* pNode, TextBuffer& text);
+    bool GenerateFor(const CNode* pNode, TextBuffer& text);      // false: without the last line end
+    void GenerateForCompare(const ForLoop& loop, std::string_view comparison, TextBuffer& text);
+    void GenerateForConstantStep(const ForLoop& loop, TextBuffer& text);
+    void GenerateForTestedBelow(const ForLoop& loop, TextBuffer& text);
+    void GenerateForTestedAbove(const ForLoop& loop, TextBuffer& text);
+    void GenerateForStepTest(const ForLoop& loop, std::string_view comparison, Label label, TextBuffer& text);
+    void GenerateForWithVariableStep(const ForLoop& loop, TextBuffer& text);
+    struct CaseArms;
+    using ArmsByHash = std::unordered_multimap<std::size_t, std::size_t>;   // hash of the code to position
+    static const CaseArm* FindEqualArm(const CaseArms& arms, const ArmsByHash& armsByHash, std::size_t hash,
+                                       std::string_view code);
+    CaseArms BuildCaseArms(const CNode* pPairs);
+    void GenerateCase(const CNode* pNode, TextBuffer& text);
     struct ExitTarget
     {
         int label;                                                // number of the label behind it
@@ -227,8 +241,8 @@ private:
     };
     void EnterExitTarget(bool isCase);
     void LeaveExitTarget();
-    void NoteExit(const CNode* pNode, const std::string& label);
-    bool GenerateExit(const CNode* pNode, std::string& text);     // false: without the last line end
+    void NoteExit(const CNode* pNode, Label label);
+    bool GenerateExit(const CNode* pNode, TextBuffer& text);     // false: without the last line end
     std::vector<ExitTarget> m_ExitTargets;                        // loops and CASEs being generated, outermost first
     std::size_t m_FilesNumbered = 0;                              // sources that are in m_FileNumbers already
     std::string m_LastFileName;                                   // answered last by GetFileNumber
@@ -239,20 +253,20 @@ private:
     struct FbParameter;
     FbCall DescribeFbCall(const CNode* pNode) const;
     FbParameter DescribeFbParameter(const FbCall& call, const CNode* pNode) const;
-    bool GenerateValueOrAddress(CNode* pValue, bool isAddress, std::string& text);   // as GenerateVariableAccess
+    bool GenerateValueOrAddress(CNode* pValue, bool isAddress, TextBuffer& text);   // as GenerateVariableAccess
     void NoteNarrowMove(const FbParameter& parameter, bool isThrough);
     bool IsFoundByPosition(const FbParameter& parameter) const;
     void NoteIndirectInstance(const FbCall& call);
-    void GeneratePointedMember(const FbCall& call, const FbParameter& parameter, std::string& text);
-    void GenerateSlotMember(const FbCall& call, const FbParameter& parameter, std::string& text);
-    void GenerateInputToMemory(const FbParameter& parameter, std::string& text);
-    void GenerateFbInput(const FbCall& call, const FbParameter& parameter, std::string& text);
-    void GenerateFbJump(const FbCall& call, std::string& text);
-    void GenerateOutputFromMemory(const FbParameter& parameter, std::string& text);
-    void GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, std::string& text);
-    void GenerateFbOutput(const FbCall& call, const FbParameter& parameter, std::string& text);
+    void GeneratePointedMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+    void GenerateSlotMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+    void GenerateInputToMemory(const FbParameter& parameter, TextBuffer& text);
+    void GenerateFbInput(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+    void GenerateFbJump(const FbCall& call, TextBuffer& text);
+    void GenerateOutputFromMemory(const FbParameter& parameter, TextBuffer& text);
+    void GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+    void GenerateFbOutput(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
     void NoteInstance(const FbCall& call);
-    void GenerateFbCall(const CNode* pNode, std::string& text);
+    void GenerateFbCall(const CNode* pNode, TextBuffer& text);
 
     // PouFrames.cpp
     // For what the checks accept and no code can express: one line on standard error, exit status 1.
@@ -260,6 +274,7 @@ private:
     bool BeginFrame(const CNode* pNode);
     void EndFrame(const CNode* pNode);            // the notes drawn since then are the POU's; its scope ends
     void WritePouHeader(const CPou* pPou);
+    void WritePouEnd();
     void WriteFunctionFrame(CNode* pNode);
     void WriteFunctionBlockFrame(CNode* pNode);
     void WriteProgramFrame(CNode* pNode);
@@ -269,17 +284,18 @@ private:
     void WriteReturnLabel();
     void WriteInitializationCalls(const CProgram* pProgram);
     bool IsUnusedMember(const CMember* pMember) const;
-    void GenerateLocalList(std::string& text, std::int32_t& sizeBytes);
+    std::int32_t GetLocalBytes() const;           // up to the end of the local that ends highest
+    void GenerateLocalList(std::int32_t localBytes, TextBuffer& text);
     void NoteCompatibleParameters(std::int32_t localBytes);
-    void GenerateInputParameters(const CPou* pPou, std::string& text);
+    void GenerateInputParameters(const CPou* pPou, TextBuffer& text);
     void NoteRetainedValue(const CVariable* pVariable);
-    void GenerateLocalInitialization(std::string& text);
-    void GenerateReturnValue(const CPou* pPou, std::string& text);
+    void GenerateLocalInitialization(TextBuffer& text);
+    void GenerateReturnValue(const CPou* pPou, TextBuffer& text);
 
     // Initialization.cpp
     void WriteInitialization(std::string_view name, std::string_view title, bool isRetain);
     std::vector<const CVariable*> GetVariablesToInitialize(bool isRetain) const;
-    void GenerateStringInit(const CVariable* pVariable, std::string& text) const;
+    void GenerateStringInit(const CVariable* pVariable, TextBuffer& text) const;
     // How many stores a value of a type's own makes, null being the defaults of the structure's members.
     std::map<std::pair<const CTypeStruct*, const CInitValue*>, std::int64_t> m_StoreCounts;
     std::set<std::pair<const CTypeStruct*, const CInitValue*>> m_LosingStructs;   // some part loses its default
@@ -309,6 +325,7 @@ private:
     void WriteTypeElement(XmlStream& stream, const CType* pType) const;
     static void WriteSigns(XmlStream& stream, const DebugSigns& signs);
 
+    TextBuffer m_Text;                            // under construction: of the POU in progress, as far as it isn't written
     CNorvane& m_Norvane;
     CErrorHandler* m_ErrorHandler;
     CMemoryHandler* m_MemoryHandler;

@@ -4,6 +4,7 @@
 #include "codegen/CodeGeneration.h"
 
 #include "codegen/RealText.h"
+#include "codegen/TextPieces.h"
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "frontend/Node.h"
@@ -22,7 +23,7 @@
 // last line is closed already leaves an empty line. That is wanted, as are the two exceptions: a dead FOR and
 // an EXIT out of a loop end without it. A kind that generates nothing gives the line end alone, and is listed here
 // for it: the switch names every kind, and a new one that it doesn't name is an error of the build.
-void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateNode(CNode* pNode, TextBuffer& text)
 {
     if (!pNode) InternalFault("a tree has no node where code is generated");
     switch (static_cast<Token>(pNode->nKind)) {   // without a default
@@ -44,8 +45,8 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
 
     case IMM_INTEGER: GenerateInteger(pNode, text); break;
     case IMM_REAL: GenerateReal(pNode, text); break;
-    case TRUE: text += "\tPUSH(BOOL)\t1"; break;
-    case FALSE: text += "\tPUSH(BOOL)\t0"; break;
+    case TRUE: text.Append("\tPUSH(BOOL)\t1"); break;
+    case FALSE: text.Append("\tPUSH(BOOL)\t0"); break;
     case STR_DIR: GenerateStringLiteral(pNode, text); break;
     case IDENTIFIER:
     case DOT:
@@ -79,7 +80,7 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
     case EXIT:
         if (!GenerateExit(pNode, text)) return;
         break;
-    case RETURN: text += "\tJMP " + m_Label.GetReturnLabel(); break;
+    case RETURN: text.Append("\tJMP ", m_Label.DrawReturn()); break;
     case FUNCTION_BLOCK: GenerateFbCall(pNode, text); break;
     case SYSTEM: GenerateSystem(pNode, text); break;
 
@@ -136,7 +137,7 @@ void CCodeGeneration::GenerateNode(CNode* pNode, std::string& text)
 #undef TOKEN
         InternalFault("a node has a word of the grammar as its kind");
     }
-    text += '\n';
+    text.Append('\n');
 }
 
 #pragma GCC diagnostic pop
@@ -153,10 +154,10 @@ bool CCodeGeneration::IsTrueLiteral(const CNode* pNode)
 
 // ---- Leaves
 
-void CCodeGeneration::GenerateInteger(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateInteger(const CNode* pNode, TextBuffer& text)
 {
     const CType* pType = GetNodeType(pNode);
-    text += "\tPUSH(" + (pType ? pType->m_Name : "INT") + ")\t" + std::to_string(pNode->nValue);
+    text.Append("\tPUSH", TypeSuffix{pType ? pType->m_Name : std::string_view("INT")}, '\t', pNode->nValue);
 }
 
 // Where the value of a literal is written down: that of a constant at its declaration, not at each of its uses.
@@ -166,23 +167,21 @@ static const SourceLocation& GetValueLocation(const CNode* pNode)
     return pVariable && pVariable->m_Location.szFile ? pVariable->m_Location : pNode->location;
 }
 
-void CCodeGeneration::GenerateReal(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateReal(const CNode* pNode, TextBuffer& text)
 {
     const CType* pType = GetNodeType(pNode);
     if (pType && pType->IsReal() && !SurvivesSixDecimals(pNode->dValue, pType->GetBaseType()->m_SizeBits))
         m_Norvane.m_Notes.Add(Note::RealPrinted, GetValueLocation(pNode));
-    text += "\tPUSH(" + (pType ? pType->m_Name : "REAL") + ")\t";
-    text += FormatReal(pNode->dValue);
+    text.Append("\tPUSH(" + (pType ? pType->m_Name : "REAL") + ")\t");
+    text.Append(FormatReal(pNode->dValue));
 }
 
 // One line to a byte, first byte first; neither a length nor an end mark. Kept: no blank behind PUSH, unlike
 // in an assignment.
-void CCodeGeneration::GenerateStringLiteral(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateStringLiteral(const CNode* pNode, TextBuffer& text)
 {
     for (const char byte : pNode->szString) {
-        AppendFormat(text, "\tPUSH%d ;", static_cast<signed char>(byte));
-        text += byte;
-        text += '\n';
+        text.Append("\tPUSH", static_cast<signed char>(byte), " ;", byte, '\n');
     }
 }
 
@@ -239,37 +238,37 @@ static bool IsAddressComputedWith(const CNode* pOperator, const CNode* pLeft)
 // a + b + c + ... nests to the left as deep as the source is long, so the left side is a loop: down to the
 // innermost left operand, writing what stands in front of each node's operands, and up again with the right
 // operands and the instructions. A label of a node is drawn before those of its operands.
-void CCodeGeneration::GenerateOperatorChain(CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateOperatorChain(CNode* pNode, TextBuffer& text)
 {
     struct Level
     {
         CNode* pNode;
-        std::string label;   // where the shortcut jumps to; empty if the node has none
+        Label label;   // where the shortcut jumps to; none if the node has none
     };
     std::vector<Level> levels;
 
     CNode* pLeft = pNode;
     bool isDecided = false;
     while (!GetOperatorMnemonic(pLeft->nKind).empty()) {
-        if (pLeft->nKind == AND) text += "\t;and\n";
-        if (pLeft->nKind == OR) text += "\t;or\n";
+        if (pLeft->nKind == AND) text.Append("\t;and\n");
+        if (pLeft->nKind == OR) text.Append("\t;or\n");
         isDecided = IsDecidedByLeft(pLeft);
         if (isDecided) break;
-        std::string label;
-        if (UsesShortcut(pLeft)) label = m_Label.NewLabel();
+        Label label;
+        if (UsesShortcut(pLeft)) label = m_Label.Draw();
         levels.push_back({pLeft, label});
         pLeft = pLeft->Child(0);
     }
 
-    if (isDecided) text += pLeft->nKind == AND ? "\tPUSH(BOOL)\t0\n" : "\tPUSH(BOOL)\t1\n";
-    else if (!levels.empty() && IsAddressComputedWith(levels.back().pNode, pLeft)) text += '\n';
+    if (isDecided) text.Append(pLeft->nKind == AND ? "\tPUSH(BOOL)\t0\n" : "\tPUSH(BOOL)\t1\n");
+    else if (!levels.empty() && IsAddressComputedWith(levels.back().pNode, pLeft)) text.Append('\n');
     else GenerateNode(pLeft, text);
 
     while (!levels.empty()) {
         const Level& level = levels.back();
-        if (level.label.empty()) GenerateOperation(level.pNode, text);
+        if (level.label.IsNone()) GenerateOperation(level.pNode, text);
         else GenerateShortcut(level.pNode, level.label, text);
-        text += '\n';
+        text.Append('\n');
         levels.pop_back();
     }
 }
@@ -281,17 +280,17 @@ void CCodeGeneration::GenerateOperatorChain(CNode* pNode, std::string& text)
 //	POP(BOOL)
 //	...
 //	LABEL0001:
-void CCodeGeneration::GenerateShortcut(const CNode* pNode, const std::string& label, std::string& text)
+void CCodeGeneration::GenerateShortcut(const CNode* pNode, Label label, TextBuffer& text)
 {
-    text += "\tDUP(BOOL)\n";
-    text += (pNode->nKind == AND ? "\tJNC " : "\tJC ") + label + "\n";
-    text += "\tPOP(BOOL)\n";
+    text.Append("\tDUP(BOOL)\n");
+    text.Append((pNode->nKind == AND ? "\tJNC " : "\tJC "), label, '\n');
+    text.Append("\tPOP(BOOL)\n");
     GenerateNode(pNode->Child(1), text);
-    text += "\t" + label + ":\n";
+    text.Append('\t', label, ":\n");
 }
 
 // The right operand and the instruction; the left operand is on the stack already.
-void CCodeGeneration::GenerateOperation(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateOperation(const CNode* pNode, TextBuffer& text)
 {
     GenerateNode(pNode->Child(1), text);
     if (pNode->nKind == POWER) {
@@ -301,110 +300,105 @@ void CCodeGeneration::GenerateOperation(const CNode* pNode, std::string& text)
     // The value of a structure or array is its address here as everywhere.
     if (IsComparison(pNode->nKind) && IsAggregate(GetNodeType(pNode->Child(0))))
         m_Norvane.m_Notes.Add(Note::AddressesCompared, pNode->location);
-    text += GetOperatorMnemonic(pNode->nKind);
-    text += GetNodeSuffix(pNode->Child(0));
+    text.Append(GetOperatorMnemonic(pNode->nKind), SuffixOf(pNode->Child(0)));
     // Kept: without jumps AND and OR close their line themselves, so an empty line follows.
-    if (pNode->nKind == AND || pNode->nKind == OR) text += '\n';
+    if (pNode->nKind == AND || pNode->nKind == OR) text.Append('\n');
 }
 
 // The exponent goes to the machine as REAL or INT; the type of the instruction is the base's.
-void CCodeGeneration::GeneratePower(const CNode* pNode, std::string& text)
+void CCodeGeneration::GeneratePower(const CNode* pNode, TextBuffer& text)
 {
     const CType* pExponent = GetNodeType(pNode->Child(1));
     const bool isReal = pExponent && pExponent->IsReal();
     GenerateConversion(pNode->Child(1), isReal ? "REAL" : "INT", text);
-    text += (isReal ? "\tPOWR" : "\tPOW") + GetNodeSuffix(pNode->Child(0));
+    text.Append(isReal ? "\tPOWR" : "\tPOW", SuffixOf(pNode->Child(0)));
 }
 
 // Kept: decided by the type object, so an alias of the type is converted too.
-void CCodeGeneration::GenerateConversion(const CNode* pNode, std::string_view typeName, std::string& text)
+void CCodeGeneration::GenerateConversion(const CNode* pNode, std::string_view typeName, TextBuffer& text)
 {
     const CType* pType = GetNodeType(pNode);
     if (pType && pType == m_Norvane.m_DataTypes.FindType(typeName)) return;
-    text += "\tTO_" + std::string(typeName) + GetTypeSuffix(pType) + "\n";
+    text.Append("\tTO_", typeName, SuffixOf(pType), '\n');
 }
 
 // ---- Other operators
 
-void CCodeGeneration::GenerateUnary(const CNode* pNode, std::string_view mnemonic, std::string& text)
+void CCodeGeneration::GenerateUnary(const CNode* pNode, std::string_view mnemonic, TextBuffer& text)
 {
     GenerateNode(pNode->Child(0), text);
-    text += mnemonic;
-    text += GetNodeSuffix(pNode->Child(0));
+    text.Append(mnemonic, SuffixOf(pNode->Child(0)));
 }
 
-void CCodeGeneration::GenerateShift(const CNode* pNode, std::string_view mnemonic, std::string& text)
+void CCodeGeneration::GenerateShift(const CNode* pNode, std::string_view mnemonic, TextBuffer& text)
 {
     GenerateNode(pNode->Child(0), text);
     GenerateNode(pNode->Child(1), text);
     GenerateConversion(pNode->Child(1), "INT", text);
-    text += mnemonic;
-    text += GetNodeSuffix(pNode->Child(0));
+    text.Append(mnemonic, SuffixOf(pNode->Child(0)));
 }
 
-void CCodeGeneration::GenerateMulDiv(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateMulDiv(const CNode* pNode, TextBuffer& text)
 {
     GenerateNode(pNode->Child(0), text);
     GenerateNode(pNode->Child(1), text);
     GenerateNode(pNode->Child(2), text);
-    text += "\tMULDIV" + GetNodeSuffix(pNode->Child(0));
+    text.Append("\tMULDIV", SuffixOf(pNode->Child(0)));
 }
 
 // n arguments give n - 1 instructions.
-void CCodeGeneration::GenerateMinMax(const CNode* pNode, std::string_view mnemonic, std::string& text)
+void CCodeGeneration::GenerateMinMax(const CNode* pNode, std::string_view mnemonic, TextBuffer& text)
 {
     const CNode* pList = pNode->Child(0);
-    const std::string suffix = GetNodeSuffix(pList);
+    const TypeSuffix suffix = SuffixOf(pList);
     GenerateNode(pList->Child(0), text);
     for (int i = 1; i < pList->GetChildCount(); ++i) {
         GenerateNode(pList->Child(i), text);
-        text += mnemonic;
-        text += suffix + "\n";
+        text.Append(mnemonic, suffix, '\n');
     }
 }
 
 // LIMIT(minimum, value, maximum)
-void CCodeGeneration::GenerateLimit(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateLimit(const CNode* pNode, TextBuffer& text)
 {
-    const std::string suffix = GetNodeSuffix(pNode->Child(0));
+    const TypeSuffix suffix = SuffixOf(pNode->Child(0));
     GenerateNode(pNode->Child(0), text);
     GenerateNode(pNode->Child(1), text);
-    text += "\tMAX" + suffix + "\n";
+    text.Append("\tMAX", suffix, '\n');
     GenerateNode(pNode->Child(2), text);
-    text += "\tMIN" + suffix;
+    text.Append("\tMIN", suffix);
 }
 
 //	TO_REAL (INT)
 //
-void CCodeGeneration::GenerateCast(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateCast(const CNode* pNode, TextBuffer& text)
 {
     const CCastFunction* pCast = pNode->pCast;
     if (!pCast) InternalFault("a cast has no function");
     GenerateNode(pNode->Child(0), text);
-    text += ToUpperCase("\tTO_" + pCast->m_To->m_Name + " (" + pCast->m_From->m_Name + ")\n");
+    text.Append("\tTO_", CapitalName{pCast->m_To->m_Name}, " (", CapitalName{pCast->m_From->m_Name}, ")\n");
 }
 
 // ---- Calls of functions and of the system
 
-void CCodeGeneration::GenerateSystem(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateSystem(const CNode* pNode, TextBuffer& text)
 {
     const CNode* pNumber = pNode->Child(0);
     NoteBeyond32Bits(m_Norvane.m_Notes, pNumber->nValue, pNumber);
-    AppendFormat(text, "\tSYS %d", LowBits(pNumber->nValue));
+    text.Append("\tSYS ", LowBits(pNumber->nValue));
 }
 
-std::string CCodeGeneration::GetFunctionLabel(const CPou* pPou) const
+FunctionLabel CCodeGeneration::LabelOf(const CPou* pPou) const
 {
     const CFunction* pFunction = const_cast<CPou*>(pPou)->AsFunction();
     const CFunctionOverLoad* pOverload = pFunction ? m_Norvane.m_Pous.FindOverload(pPou->m_Name) : nullptr;
     const int index = pOverload ? pOverload->GetIndex(pFunction) : 0;
-    if (index <= 0) return pPou->m_Name;   // the first form has no number, and is the only one while it is alone
-    return pPou->m_Name + FormatText("__%d", index);
+    return {pPou->m_Name, index};
 }
 
 // A variable that the callee writes goes by its address. Structures and arrays do in any case, input or not,
 // since reading one pushes its address.
-void CCodeGeneration::GenerateActualParameter(CNode* pActual, const CVariable& formal, std::string& text)
+void CCodeGeneration::GenerateActualParameter(CNode* pActual, const CVariable& formal, TextBuffer& text)
 {
     if (!pActual->IsVariableAccess()) {
         if (formal.IsHeldByPointer()) m_Norvane.m_Notes.Add(Note::ValueForAddress, pActual->location);
@@ -417,7 +411,7 @@ void CCodeGeneration::GenerateActualParameter(CNode* pActual, const CVariable& f
     if (isAggregate && isThrough) m_Norvane.m_Notes.Add(Note::ValueForAddress, pActual->location);
 }
 
-void CCodeGeneration::GenerateFunctionCall(CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateFunctionCall(CNode* pNode, TextBuffer& text)
 {
     CFunction* pFunction = pNode->pPou ? pNode->pPou->AsFunction() : nullptr;
     if (!pFunction) InternalFault("a call of " + std::string(pNode->GetName()) + " has no function");
@@ -430,7 +424,7 @@ void CCodeGeneration::GenerateFunctionCall(CNode* pNode, std::string& text)
         GenerateActualParameter(pActuals->Child(i), *pFunction->m_Parameters[static_cast<std::size_t>(i)], text);
 
     if (m_CurrentPou) m_CurrentPou->AddCallee(pFunction);
-    text += "\tJSR FUNCTION_" + GetFunctionLabel(pFunction);
+    text.Append("\tJSR FUNCTION_", LabelOf(pFunction));
     const bool isStatement = pNode->nValue == 1;
-    if (isStatement && pFunction->m_ReturnVariable) text += "\n\tPOP" + GetTypeSuffix(pFunction->m_ReturnType);
+    if (isStatement && pFunction->m_ReturnVariable) text.Append("\n\tPOP", SuffixOf(pFunction->m_ReturnType));
 }

@@ -3,6 +3,7 @@
 
 #include "codegen/CodeGeneration.h"
 
+#include "codegen/TextPieces.h"
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "frontend/Node.h"
@@ -31,9 +32,18 @@ struct CCodeGeneration::FbCall
     const CTypeStruct* pStruct;
     const CNode* pParameters = nullptr;   // null: none
     CNode* pLastAssigned = nullptr;       // the value that the last ":=" of the call assigns; null without one
-    std::string area{};                   // kept: "local+" or "global+", RETAIN and AT are not looked at
+    std::string_view area{};              // kept: "local+" or "global+", RETAIN and AT are not looked at
     InstancePlace place = InstancePlace::Memory;
     int slot = 0;                         // BodyMember: position of the instance in the calling block
+};
+
+// fb.in
+struct MemberComment
+{
+    std::string_view instance;
+    std::string_view member;
+
+    auto Parts() const { return std::make_tuple(instance, '.', member); }
 };
 
 // One parameter of a call.
@@ -45,9 +55,9 @@ struct CCodeGeneration::FbParameter
     int bit = 0;
     bool isInOut = false;
     bool isAggregate = false;
-    std::string suffix{};     // of the member's type
-    std::string memory{};     // "[local+4].3"
-    std::string comment{};    // "fb.in"
+    TypeSuffix suffix{};      // of the member's type
+    MemoryPlace memory{};     // "[local+4].3"
+    MemberComment comment{};  // "fb.in"
 };
 
 CCodeGeneration::FbCall CCodeGeneration::DescribeFbCall(const CNode* pNode) const
@@ -81,16 +91,16 @@ CCodeGeneration::FbParameter CCodeGeneration::DescribeFbParameter(const FbCall& 
     parameter.bit = call.pStruct->GetBoolBit(pMember);
     parameter.isInOut = pMember->IsInOut();
     parameter.isAggregate = pMember->m_Type->IsAggregate();
-    parameter.suffix = GetTypeSuffix(pMember->m_Type);
+    parameter.suffix = SuffixOf(pMember->m_Type);
     const std::int64_t offsetBytes = WrapAdd(pMember->m_Offset, call.pInstance->m_Offset);
-    parameter.memory = "[" + call.area + FormatText("%d]", static_cast<std::int32_t>(offsetBytes));
-    if (pMember->m_Type->IsBool()) AppendFormat(parameter.memory, ".%d", parameter.bit);
-    parameter.comment = call.pInstance->m_Name + "." + pMember->m_Name;
+    parameter.memory = {call.area, static_cast<std::int32_t>(offsetBytes)};
+    if (pMember->m_Type->IsBool()) parameter.memory.bit = parameter.bit;
+    parameter.comment = {call.pInstance->m_Name, pMember->m_Name};
     return parameter;
 }
 
 // An address needs a variable; a value can be any expression, and reads a variable in the same words.
-bool CCodeGeneration::GenerateValueOrAddress(CNode* pValue, bool isAddress, std::string& text)
+bool CCodeGeneration::GenerateValueOrAddress(CNode* pValue, bool isAddress, TextBuffer& text)
 {
     if (isAddress) return GenerateAccessLine(pValue, AccessMode::Address, text);
     if (pValue->IsVariableAccess()) return GenerateAccessLine(pValue, AccessMode::Read, text);
@@ -129,52 +139,51 @@ void CCodeGeneration::NoteIndirectInstance(const FbCall& call)
 //	ADD(UDINT)
 //
 // Kept: the member is looked for where its position, not its offset says, and the first one at the start.
-void CCodeGeneration::GeneratePointedMember(const FbCall& call, const FbParameter& parameter, std::string& text)
+void CCodeGeneration::GeneratePointedMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
-    const std::string pointer = GetPointerSuffix();
-    text += "\tPUSH" + GetVariableOperand(call.pInstance) + "\n";
+    const TypeSuffix pointer = PointerSuffix();
+    text.Append("\tPUSH", OperandOf(call.pInstance), '\n');
     if (parameter.position == 0) return;
-    text += "\tPUSH" + pointer + "\t" + GetSlotText(parameter.position) + "\n";
-    text += "\tADD" + pointer + "\n";
+    text.Append("\tPUSH", pointer, '\t', GetSlotOffset(parameter.position), '\n');
+    text.Append("\tADD", pointer, '\n');
 }
 
 //	PUSH(UDINT)	[local+8]	;&fb
 //	PUSH(UDINT)	4
 //	ADD(UDINT)
-void CCodeGeneration::GenerateSlotMember(const FbCall& call, const FbParameter& parameter, std::string& text)
+void CCodeGeneration::GenerateSlotMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
-    const std::string pointer = GetPointerSuffix();
-    text += "\tPUSH" + pointer + "\t[local+" + GetSlotText(call.slot) + "]\t;&" + call.pInstance->m_Name + "\n";
+    const TypeSuffix pointer = PointerSuffix();
+    text.Append("\tPUSH", pointer, "\t[local+", GetSlotOffset(call.slot), "]\t;&", call.pInstance->m_Name, '\n');
     if (parameter.pMember->m_Offset == 0 && parameter.bit < 1) return;
-    text += "\tPUSH" + pointer + "\t" + GetPackedOffset(parameter.pMember->m_Offset, parameter.bit) + "\n";
-    text += "\tADD" + pointer + "\n";
+    text.Append("\tPUSH", pointer, '\t', PackedOffset{parameter.pMember->m_Offset, parameter.bit}, '\n');
+    text.Append("\tADD", pointer, '\n');
 }
 
 // ---- Inputs
 
 //	PUSH(INT)	[local+4]	;x
 //	POP(INT)	[local+12]	;fb.in
-void CCodeGeneration::GenerateInputToMemory(const FbParameter& parameter, std::string& text)
+void CCodeGeneration::GenerateInputToMemory(const FbParameter& parameter, TextBuffer& text)
 {
-    const std::string pointer = GetPointerSuffix();
-    const std::string destination = "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
+    const TypeSuffix pointer = PointerSuffix();
     if (parameter.isInOut) {   // the instance keeps the address
         const AccessMode mode = parameter.isAggregate ? AccessMode::Read : AccessMode::Address;
         if (GenerateAccessLine(parameter.pValue, mode, text))
             m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
-        text += "\tPOP" + pointer + destination;
+        text.Append("\tPOP", pointer, '\t', parameter.memory, "\t;", parameter.comment, '\n');
     } else if (parameter.isAggregate) {
         GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
-        text += "\tPUSH&" + pointer + destination;
+        text.Append("\tPUSH&", pointer, '\t', parameter.memory, "\t;", parameter.comment, '\n');
         const std::int64_t sizeBytes = GetCopySize(parameter.pMember, parameter.pValue);
-        AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(sizeBytes));
+        text.Append("\tMEMCPY\t", static_cast<std::int32_t>(sizeBytes), '\n');
     } else {
         GenerateNode(parameter.pValue, text);
-        text += "\tPOP" + parameter.suffix + destination;
+        text.Append("\tPOP", parameter.suffix, '\t', parameter.memory, "\t;", parameter.comment, '\n');
     }
 }
 
-void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& parameter, std::string& text)
+void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
     if (call.place == InstancePlace::Memory) {
         GenerateInputToMemory(parameter, text);
@@ -186,14 +195,14 @@ void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& par
     case InstancePlace::Pointer:
         if (!IsFoundByPosition(parameter)) NoteIndirectInstance(call);
         GeneratePointedMember(call, parameter, text);
-        text += "\tPOPI" + parameter.suffix + "\n";
+        text.Append("\tPOPI", parameter.suffix, '\n');
         break;
     case InstancePlace::BodyMemory:
-        text += "\tPOP" + parameter.suffix + "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
+        text.Append("\tPOP", parameter.suffix, '\t', parameter.memory, "\t;", parameter.comment, '\n');
         break;
     case InstancePlace::BodyMember:
         GenerateSlotMember(call, parameter, text);
-        text += "\tPOPI" + (parameter.isInOut ? GetPointerSuffix() : parameter.suffix) + "\n";
+        text.Append("\tPOPI", parameter.isInOut ? PointerSuffix() : parameter.suffix, '\n');
         break;
     }
 }
@@ -202,20 +211,20 @@ void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& par
 
 //	PUSH&(UDINT)	[local+12]	;fb
 //	JSR FUNCTION_counter
-void CCodeGeneration::GenerateFbJump(const FbCall& call, std::string& text)
+void CCodeGeneration::GenerateFbJump(const FbCall& call, TextBuffer& text)
 {
     const CVariable* pInstance = call.pInstance;
     if (pInstance->m_IsLocal && m_CurrentFb) {
-        text += "\tPUSH";
+        text.Append("\tPUSH");
         GenerateFbMemberAccess(call.pNode, FbAccessForm::Plain, text);
-        text += '\n';
+        text.Append('\n');
     } else {
         const bool isPointer = pInstance->m_IsLocal && pInstance->IsHeldByPointer();
-        text += (isPointer ? "\tPUSH" : "\tPUSH&") + GetPointerSuffix() + "\t[" + call.area +
-                FormatText("%d]\t;", pInstance->m_Offset) + pInstance->m_Name + "\n";
+        text.Append(isPointer ? "\tPUSH" : "\tPUSH&", PointerSuffix(), '\t', MemoryPlace{call.area, pInstance->m_Offset}, "\t;",
+                    pInstance->m_Name, '\n');
     }
     CPou* pFb = pInstance->m_Type->AsStructFB()->m_FunctionBlock;
-    text += "\tJSR FUNCTION_" + pFb->m_Name + "\n";
+    text.Append("\tJSR FUNCTION_", pFb->m_Name, '\n');
     if (m_CurrentPou) m_CurrentPou->AddCallee(pFb);
 }
 
@@ -223,33 +232,32 @@ void CCodeGeneration::GenerateFbJump(const FbCall& call, std::string& text)
 
 //	PUSH(INT)	[local+12]	;fb.out
 //	POP(INT)	[local+4]	;x
-void CCodeGeneration::GenerateOutputFromMemory(const FbParameter& parameter, std::string& text)
+void CCodeGeneration::GenerateOutputFromMemory(const FbParameter& parameter, TextBuffer& text)
 {
-    const std::string source = "\t" + parameter.memory + "\t;" + parameter.comment + "\n";
     if (!parameter.isAggregate) {
-        text += "\tPUSH" + parameter.suffix + source;
+        text.Append("\tPUSH", parameter.suffix, '\t', parameter.memory, "\t;", parameter.comment, '\n');
         GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
         return;
     }
-    text += "\tPUSH&" + GetPointerSuffix() + source;
+    text.Append("\tPUSH&", PointerSuffix(), '\t', parameter.memory, "\t;", parameter.comment, '\n');
     GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
     const std::int64_t sizeBytes = GetCopySize(parameter.pMember, parameter.pValue);
-    AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(sizeBytes));
+    text.Append("\tMEMCPY\t", static_cast<std::int32_t>(sizeBytes), '\n');
 }
 
 // Kept: what follows the output's value isn't the store into its target but the last value assigned in this
 // call. A call that assigns none has nothing to write here and can't be generated.
-void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, std::string& text)
+void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
     GeneratePointedMember(call, parameter, text);
-    text += "\tPUSHI" + parameter.suffix + "\n";
+    text.Append("\tPUSHI", parameter.suffix, '\n');
     if (!call.pLastAssigned)
         EndGeneration(call.pNode->location, "the call of " + call.pInstance->m_Name +
                                                 " through a pointer takes an output and assigns no input");
     GenerateValueOrAddress(call.pLastAssigned, parameter.isInOut, text);
 }
 
-void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& parameter, std::string& text)
+void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
     switch (call.place) {
     case InstancePlace::Memory: GenerateOutputFromMemory(parameter, text); break;
@@ -258,12 +266,12 @@ void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& pa
         GenerateOutputFromPointer(call, parameter, text);
         break;
     case InstancePlace::BodyMemory:   // kept: blanks in front of the bracket and behind the ";"
-        text += "\tPUSH" + parameter.suffix + " " + parameter.memory + "\t; " + parameter.comment + "\n";
+        text.Append("\tPUSH", parameter.suffix, ' ', parameter.memory, "\t; ", parameter.comment, '\n');
         NoteNarrowMove(parameter, GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
         break;
     case InstancePlace::BodyMember:
         GenerateSlotMember(call, parameter, text);
-        text += "\tPUSHI" + parameter.suffix + "\n";
+        text.Append("\tPUSHI", parameter.suffix, '\n');
         NoteNarrowMove(parameter, GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
         break;
     }
@@ -282,7 +290,7 @@ void CCodeGeneration::NoteInstance(const FbCall& call)
 }
 
 // Inputs in order, the call, outputs in order. An input that is left out keeps its value in the instance.
-void CCodeGeneration::GenerateFbCall(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateFbCall(const CNode* pNode, TextBuffer& text)
 {
     const FbCall call = DescribeFbCall(pNode);
     NoteInstance(call);

@@ -8,7 +8,7 @@
 #include "codegen/CodeGeneration.h"
 #include "codegen/Counting.h"
 #include "codegen/RealText.h"
-
+#include "codegen/TextPieces.h"
 #include "files/Format.h"
 #include "frontend/ErrorHandler.h"
 #include "frontend/Notes.h"
@@ -69,8 +69,8 @@ class CInitWalk
 {
 public:
     // Without a text it counts.
-    CInitWalk(const CCodeGeneration& code, CNotes& notes, StoreCounts& counts, LosingStructs& losing,
-              const CVariable& variable, std::string* pText)
+    CInitWalk(CCodeGeneration& code, CNotes& notes, StoreCounts& counts, LosingStructs& losing,
+              const CVariable& variable, TextBuffer* pText)
         : m_Code(code), m_Notes(notes), m_Counts(counts), m_Losing(losing), m_Variable(variable), m_Text(pText)
     {
     }
@@ -93,21 +93,21 @@ private:
     void CountScalarElements(const CInitArray& init, std::int64_t count);
     void WriteScalarElements(const CTypeArray& array, const CInitArray& init, std::int64_t offset, std::int64_t count,
                              std::int64_t stride);
-    void WriteElement(const CType& type, std::string_view value, std::int64_t position, std::string_view bitText,
+    void WriteElement(const CType& type, std::string_view value, std::int64_t position, std::optional<int> bit,
                       std::int64_t element);
-    void AppendStore(const CType& type, std::int64_t offset, std::string_view bitText);
+    void AppendStore(const CType& type, std::int64_t offset, std::optional<int> bit);
     void Draw(Note note);
     void TakeLostDefault();
     void NoteReal(const CType& type, const CInitValue* pValue);
     void NoteBoolElement(const CType& type, std::int64_t element, std::int64_t distance, int bit);
 
-    const CCodeGeneration& m_Code;
+    CCodeGeneration& m_Code;
     CNotes& m_Notes;
     StoreCounts& m_Counts;            // of values that belong to types; not owned
     LosingStructs& m_Losing;          // those of them with a part that loses its default; not owned
     const CVariable& m_Variable;
     std::uint32_t m_DrawnNotes = 0;   // a bit for each note's number: all stand at the variable, so one of a kind does
-    std::string* m_Text;              // not owned; null: the stores are only counted
+    TextBuffer* m_Text;               // not owned; null: the stores are only counted
     std::int64_t m_Stores = 0;
     std::string m_Name;               // of the part being walked; a frame cuts it back to its own length
     std::vector<InitFrame> m_Frames;
@@ -129,11 +129,6 @@ static const CInitValue* FindMemberInit(const CInitValue* pInit, const CMember& 
 static bool TakesWholeBytes(const CType& type)
 {
     return type.m_SizeBits == -1 || type.m_SizeBits % 8 == 0;
-}
-
-static std::string BitText(int bit)
-{
-    return "." + std::to_string(bit);
 }
 
 std::int64_t CInitWalk::Run()
@@ -295,7 +290,7 @@ void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::
     const CType& type = *member.m_Type;
     const bool isWhole = type.m_SizeBits % 8 == 0;
     const int bit = isWhole ? 0 : frame.bit;
-    const std::string bitText = isWhole ? std::string() : BitText(bit);
+    const std::optional<int> storedBit = isWhole ? std::optional<int>() : bit;
     frame.bit = isWhole ? 0 : (frame.bit + type.m_SizeBits) % 8;
 
     // With an initialiser only what it names is set; the member's own default doesn't come in then.
@@ -307,18 +302,14 @@ void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::
     if (!m_Text) return;
     if (type.IsBool() && bit != frame.pStruct->GetBoolBit(&member)) Draw(Note::OtherBit);
     NoteReal(type, pValue);
-    *m_Text += "\tPUSH(" + type.m_Name + (frame.pInit ? ")\t" : ") \t") + value + "\n";
-    AppendStore(type, offset, bitText);
+    m_Text->Append("\tPUSH", TypeSuffix{type.m_Name}, frame.pInit ? "\t" : " \t", value, '\n');
+    AppendStore(type, offset, storedBit);
 }
 
 //	POP(BOOL) 	[global+4].3;s.b
-void CInitWalk::AppendStore(const CType& type, std::int64_t offset, std::string_view bitText)
+void CInitWalk::AppendStore(const CType& type, std::int64_t offset, std::optional<int> bit)
 {
-    *m_Text += "\tPOP(" + type.m_Name + ") \t[" + m_Code.m_Area + std::to_string(offset) + "]";
-    *m_Text += bitText;
-    *m_Text += ';';
-    *m_Text += m_Name;
-    *m_Text += '\n';
+    m_Text->Append("\tPOP", TypeSuffix{type.m_Name}, " \t", MemoryPlace{m_Code.m_Area, offset, bit}, ';', m_Name, '\n');
 }
 
 // Elements of one value write alike: if the last one wrote nothing, the others of its run won't either. Where
@@ -405,7 +396,7 @@ void CInitWalk::WriteScalarElements(const CTypeArray& array, const CInitArray& i
             if ((reached == 1 && element != 0) || (size > 1 && reached > 7)) position += stride;
             if (!value.empty()) {
                 NoteBoolElement(type, element, position - offset, bit);
-                WriteElement(type, value, position, BitText(bit), element);
+                WriteElement(type, value, position, bit, element);
             }
             bit = reached % 8;
         }
@@ -423,15 +414,13 @@ void CInitWalk::NoteBoolElement(const CType& type, std::int64_t element, std::in
 //	PUSH(INT) 	7
 //	POP(INT) 	[global+2];a[1]
 void CInitWalk::WriteElement(const CType& type, std::string_view value, std::int64_t position,
-                             std::string_view bitText, std::int64_t element)
+                             std::optional<int> bit, std::int64_t element)
 {
     const std::size_t nameLength = m_Name.size();
     m_Name += "[" + std::to_string(element) + "]";
-    *m_Text += "\tPUSH(" + type.m_Name + ") \t";
-    *m_Text += value;
-    *m_Text += '\n';
+    m_Text->Append("\tPUSH", TypeSuffix{type.m_Name}, " \t", value, '\n');
     AddStores(1);
-    AppendStore(type, position, bitText);
+    AppendStore(type, position, bit);
     m_Name.resize(nameLength);
 }
 
@@ -441,15 +430,14 @@ void CInitWalk::WriteElement(const CType& type, std::string_view value, std::int
 //	PUSH(SINT)	97		;a
 //	POP(SINT)	[global+4]
 // for each byte. No end is written: the zeros of the area end a text that is shorter than its variable.
-void CCodeGeneration::GenerateStringInit(const CVariable* pVariable, std::string& text) const
+void CCodeGeneration::GenerateStringInit(const CVariable* pVariable, TextBuffer& text) const
 {
     if (!pVariable->m_InitValue) return;
     const std::string value = pVariable->m_InitValue->GetText(false);
     std::int64_t offset = pVariable->m_Offset;
     for (const char c : value) {
-        text += "\tPUSH(SINT)\t" + std::to_string(static_cast<int>(static_cast<signed char>(c))) + "\t\t;";
-        text += c;
-        text += "\n\tPOP(SINT)\t[" + m_Area + std::to_string(offset) + "]\n";
+        text.Append("\tPUSH(SINT)\t", static_cast<signed char>(c), "\t\t;", c, '\n');
+        text.Append("\tPOP(SINT)\t", MemoryPlace{m_Area, offset}, '\n');
         offset += pVariable->m_Type->GetPlacingAlign();
     }
 }
@@ -459,7 +447,7 @@ std::int64_t CCodeGeneration::CountInitialStores(const CVariable* pVariable)
     return CInitWalk(*this, m_Norvane.m_Notes, m_StoreCounts, m_LosingStructs, *pVariable, nullptr).Run();
 }
 
-void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::string& text)
+void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, TextBuffer& text)
 {
     const CType* pType = pVariable->m_Type;
     if (!pType) return;
@@ -483,8 +471,8 @@ void CCodeGeneration::GenerateVariableInit(const CVariable* pVariable, std::stri
     const CInitValue& init = *pVariable->m_InitValue;
     if (init.IsReal() && !SurvivesSixDecimals(init.GetDouble(), pType->m_SizeBits))
         m_Norvane.m_Notes.Add(Note::RealPrinted, pVariable->m_Location);
-    text += "\tPUSH\t(" + pType->m_Name + ")\t" + value + "\n";
-    text += "\tPOP\t" + GetVariableOperand(pVariable) + "\n";
+    text.Append("\tPUSH\t", TypeSuffix{pType->m_Name}, '\t', value, '\n');
+    text.Append("\tPOP\t", OperandOf(pVariable), '\n');
 }
 
 // ------------------------------------------------------------------------------------------------------
@@ -510,31 +498,35 @@ void CCodeGeneration::WriteInitialization(std::string_view name, std::string_vie
     if (m_ErrorHandler->GetErrorCount() > 0) return;
     const std::vector<const CVariable*> variables = GetVariablesToInitialize(isRetain);
 
-    std::string text = "\n";
-    text += ";------------------------------------------------------------------------\n";
-    text.append("; FUNCTION: ").append(name).append("\n");
-    text += ";          Automatically created by compiler.\n";
-    text += "; ------------------------------------------------------------------------\n";
-    text.append("FUNCTION_").append(name).append(":\n");
-    text += "\n";
-    text += "\tLOCALDATA 0\n";
-    text += "\n";
-    text.append("\t;").append(title).append(" variable initialization\n");
+    TextBuffer& text = m_Text;
+    text.Append('\n');
+    text.Append(";------------------------------------------------------------------------\n");
+    text.Append("; FUNCTION: ", name, '\n');
+    text.Append(";          Automatically created by compiler.\n");
+    text.Append("; ------------------------------------------------------------------------\n");
+    text.Append("FUNCTION_", name, ":\n");
+    text.Append('\n');
+    text.Append("\tLOCALDATA 0\n");
+    text.Append('\n');
+    text.Append("\t;", title, " variable initialization\n");
     // Kept: the list of the retain variables has this heading too.
-    text += "\n\t;Global Variable List---------------------------------\n";
+    text.Append("\n\t;Global Variable List---------------------------------\n");
     for (const CVariable* pVariable : variables) {
-        text += "\t\t;Variable (" + std::to_string(pVariable->m_Offset) + "): " + pVariable->m_Name + " (";
-        text += (pVariable->m_Type ? pVariable->m_Type->m_Name : std::string()) + "," + GetVarBlockName(pVariable);
-        if (!pVariable->m_DirectAddress.empty()) text += " AT " + pVariable->m_DirectAddress;
-        text += ")\n";
+        const std::string_view typeName = pVariable->m_Type ? pVariable->m_Type->m_Name : std::string_view();
+        text.Append("\t\t;Variable (", pVariable->m_Offset, "): ", pVariable->m_Name);
+        text.Append(" (", typeName, ',', GetVarBlockName(pVariable));
+        if (!pVariable->m_DirectAddress.empty()) text.Append(" AT ", pVariable->m_DirectAddress);
+        text.Append(")\n");
+        FlushLarge(text);
     }
     for (const CVariable* pVariable : variables) {
         m_Area = GetAreaPrefix(pVariable);
         GenerateVariableInit(pVariable, text);
+        FlushLarge(text);
     }
-    text += "\n\tRTS";
-    text += "\n";
-    WriteText(text);
+    text.Append("\n\tRTS");
+    text.Append('\n');
+    FlushText();
 }
 
 void CCodeGeneration::WriteGlobalInitialization()

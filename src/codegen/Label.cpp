@@ -1,26 +1,40 @@
 #include "codegen/Label.h"
 
 #include "files/Fatal.h"
-#include "files/Format.h"
+
+char* Label::Write(char* p) const
+{
+    if (IsNone()) return p;
+    p = WritePart(p, "LABEL");
+    constexpr int leastOfFourDigits = 1000;
+    for (int least = leastOfFourDigits; number < least && least > 1; least /= 10) *p++ = '0';
+    return WritePart(p, number);
+}
+
+Label CLabel::DrawReturn()
+{
+    if (!HasReturnLabel()) m_ReturnLabel = Draw().number;
+    return {m_ReturnLabel};
+}
+
+Label CLabel::FindExit() const
+{
+    return m_ExitStack.empty() ? Label{} : Label{m_ExitStack.back()};
+}
 
 std::string CLabel::FormatLabel(int number)
 {
-    return FormatText("LABEL%04d", number);
+    return MakeText(Label{number});
 }
 
 std::string CLabel::NewLabel()
 {
-    ++m_Counter;
-    return FormatLabel(m_Counter);
+    return MakeText(Draw());
 }
 
 std::string CLabel::GetReturnLabel()
 {
-    if (!HasReturnLabel()) {
-        NewLabel();
-        m_ReturnLabel = m_Counter;
-    }
-    return FormatLabel(m_ReturnLabel);
+    return MakeText(DrawReturn());
 }
 
 std::string CLabel::PushExitLabel()
@@ -37,5 +51,6 @@ void CLabel::PopExitLabel()
 
 std::string CLabel::GetExitLabel() const
 {
-    return m_ExitStack.empty() ? "ERROR" : FormatLabel(m_ExitStack.back());
+    const Label label = FindExit();
+    return label.IsNone() ? "ERROR" : MakeText(label);
 }

@@ -1,9 +1,10 @@
 // What surrounds the statements of a POU: header, local memory, parameters, initial values, result and end.
-// Much of the text ends in a line end of its own and still goes through WriteTabLine or WriteLine: the empty
-// lines and lone tabs that come of it are wanted, readers of the file compare it byte by byte.
+// Much of the text ends in a line end of its own and still gets another one: the empty lines and lone tabs that come
+// of it are wanted, readers of the file compare it byte by byte.
 
 #include "codegen/CodeGeneration.h"
 
+#include "codegen/TextPieces.h"
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "frontend/ErrorHandler.h"
@@ -44,35 +45,48 @@ void CCodeGeneration::WritePouHeader(const CPou* pPou)
 {
     static constexpr std::string_view rule =
         "; ----------------------------------------------------------------------";
-    const std::string name = ShowControlCharacters(GetFunctionLabel(pPou));   // the target may name a program
+    const std::string name = ShowControlCharacters(MakeText(LabelOf(pPou)));   // the target may name a program
     const std::string file = ShowControlCharacters(pPou->m_Location.szFile ? pPou->m_Location.szFile : "");
 
-    WriteLine("\n");
-    WriteLine(rule);
-    WriteLine(std::string("; ") + GetPouKindName(pPou) + ": " + name + ",\t file " + file +
-              FormatText(",\t line %d", pPou->m_Location.nFirstLine));
-    WriteLine(rule);
+    m_Text.Append("\n\n");
+    m_Text.Append(rule, '\n');
+    m_Text.Append("; ", GetPouKindName(pPou), ": ", name, ",\t file ", file);
+    m_Text.Append(",\t line ", pPou->m_Location.nFirstLine, '\n');
+    m_Text.Append(rule, '\n');
     // A function block is called like a function, so its label begins like one.
-    WriteLine(std::string(pPou->IsProgram() ? "PROGRAM_" : "FUNCTION_") + name + ":");
-    WriteText("\n\n");
+    m_Text.Append(pPou->IsProgram() ? "PROGRAM_" : "FUNCTION_", name, ":\n");
+    m_Text.Append("\n\n");
+}
+
+//	DBI POU_END
+//
+void CCodeGeneration::WritePouEnd()
+{
+    m_Text.Append("\tDBI POU_END\n");
+    m_Text.Append('\n');
+    FlushText();
+}
+
+std::int32_t CCodeGeneration::GetLocalBytes() const
+{
+    const CVariable* pLast = nullptr;   // the one that ends highest: greatest offset, of equal ones the later
+    for (const CVariable* pVariable : m_MemoryHandler->m_LocalVariables)
+        if (!pLast || pVariable->m_Offset >= pLast->m_Offset) pLast = pVariable;
+    // An array larger than any memory ends at the largest offset, so the sum may need more than 32 bits.
+    const std::int64_t end = pLast ? std::int64_t{pLast->m_Offset} + std::max(pLast->m_Size, 1) : 0;
+    return static_cast<std::int32_t>(std::min<std::int64_t>(end, std::numeric_limits<std::int32_t>::max()));
 }
 
 //	LOCALDATA 6
 //		;Variable (0): x ((INT),VAR_INPUT)
-void CCodeGeneration::GenerateLocalList(std::string& text, std::int32_t& sizeBytes)
+void CCodeGeneration::GenerateLocalList(std::int32_t localBytes, TextBuffer& text)
 {
-    std::string list;
-    const CVariable* pLast = nullptr;   // the one that ends highest: greatest offset, of equal ones the later
+    text.Append("\tLOCALDATA ", std::max(localBytes, 1), '\n');
     for (const CVariable* pVariable : m_MemoryHandler->m_LocalVariables) {
-        AppendFormat(list, "\t\t;Variable (%d): ", pVariable->m_Offset);
-        list += pVariable->m_Name + " (" + GetTypeSuffix(pVariable->m_Type) + "," + GetVarBlockName(pVariable) + ")\n";
-        if (!pLast || pVariable->m_Offset >= pLast->m_Offset) pLast = pVariable;
+        text.Append("\t\t;Variable (", pVariable->m_Offset, "): ", pVariable->m_Name);
+        text.Append(" (", SuffixOf(pVariable->m_Type), ',', GetVarBlockName(pVariable), ")\n");
+        FlushLarge(text);
     }
-    // An array larger than any memory ends at the largest offset, so the sum may need more than 32 bits.
-    const std::int64_t end = pLast ? std::int64_t{pLast->m_Offset} + std::max(pLast->m_Size, 1) : 0;
-    sizeBytes = static_cast<std::int32_t>(std::min<std::int64_t>(end, std::numeric_limits<std::int32_t>::max()));
-    AppendFormat(text, "\tLOCALDATA %d\n", std::max(sizeBytes, 1));
-    text += list;
 }
 
 // With the compatible layout a scalar output or in-out has the room of its value, and an input structure or array that
@@ -99,23 +113,22 @@ void CCodeGeneration::NoteCompatibleParameters(std::int32_t localBytes)
 }
 
 // The arguments lie on the stack, the last one on top, so the parameters take them from the last to the first.
-void CCodeGeneration::GenerateInputParameters(const CPou* pPou, std::string& text)
+void CCodeGeneration::GenerateInputParameters(const CPou* pPou, TextBuffer& text)
 {
-    text += "\t;Read input parameters\n";
+    text.Append("\t;Read input parameters\n");
     if (!pPou->IsFunction()) return;
 
     const std::vector<CVariable*>& locals = m_MemoryHandler->m_LocalVariables;
     for (std::size_t i = locals.size(); i > 0; --i) {
         const CVariable* pVariable = locals[i - 1];
         if (pVariable->IsHeldByPointer()) {
-            text += "\tPOP" + GetPointerSuffix() + "\t[" + GetAreaPrefix(pVariable);
-            AppendFormat(text, "%d]\t;", pVariable->m_Offset);
-            text += pVariable->m_Name + "\n";
+            text.Append("\tPOP", PointerSuffix(), '\t', MemoryPlace{GetAreaPrefix(pVariable), pVariable->m_Offset}, "\t;",
+                        pVariable->m_Name, '\n');
         } else if (pVariable->m_IsInput && pVariable->m_Type->IsAggregate()) {
-            text += "\tPUSH&" + GetVariableOperand(pVariable) + "\n";
-            AppendFormat(text, "\tMEMCPY %d\n", pVariable->m_Size);
+            text.Append("\tPUSH&", OperandOf(pVariable), '\n');
+            text.Append("\tMEMCPY ", pVariable->m_Size, '\n');
         } else if (pVariable->m_IsInput) {
-            text += "\tPOP" + GetVariableOperand(pVariable) + "\n";
+            text.Append("\tPOP", OperandOf(pVariable), '\n');
         }
     }
 }
@@ -123,14 +136,14 @@ void CCodeGeneration::GenerateInputParameters(const CPou* pPou, std::string& tex
 // The retained variables of a POU are left to the function for initial values, which finds only the globals.
 void CCodeGeneration::NoteRetainedValue(const CVariable* pVariable)
 {
-    std::string lostText;
+    TextBuffer lostText;
     GenerateVariableInit(pVariable, lostText);
-    if (!lostText.empty()) m_Norvane.m_Notes.Add(Note::RetainedValue, pVariable->m_Location, pVariable->m_Name);
+    if (!lostText.IsEmpty()) m_Norvane.m_Notes.Add(Note::RetainedValue, pVariable->m_Location, pVariable->m_Name);
 }
 
-void CCodeGeneration::GenerateLocalInitialization(std::string& text)
+void CCodeGeneration::GenerateLocalInitialization(TextBuffer& text)
 {
-    text += "\t;Local variable initialization\n";
+    text.Append("\t;Local variable initialization\n");
     for (const CVariable* pVariable : m_MemoryHandler->m_LocalVariables) {
         if (pVariable->IsParameter()) continue;
         // A constant that its uses replace has no place; a store to offset -1 would spoil its neighbour.
@@ -141,6 +154,7 @@ void CCodeGeneration::GenerateLocalInitialization(std::string& text)
         }
         m_Area = GetAreaPrefix(pVariable);
         GenerateVariableInit(pVariable, text);
+        FlushLarge(text);
     }
 }
 
@@ -148,14 +162,14 @@ void CCodeGeneration::GenerateLocalInitialization(std::string& text)
 //	LABEL0004:
 //	PUSH	(INT) [local+0] ; f
 //	RTS
-void CCodeGeneration::GenerateReturnValue(const CPou* pPou, std::string& text)
+void CCodeGeneration::GenerateReturnValue(const CPou* pPou, TextBuffer& text)
 {
-    text += "\t;Return value\n";
-    if (m_Label.HasReturnLabel()) text += "\t" + m_Label.GetReturnLabel() + ":\n";
+    text.Append("\t;Return value\n");
+    if (m_Label.HasReturnLabel()) text.Append('\t', m_Label.DrawReturn(), ":\n");
     const CFunction* pFunction = const_cast<CPou*>(pPou)->AsFunction();
     if (pFunction && pFunction->m_ReturnVariable)
-        text += "\tPUSH\t" + GetVariableOperand(pFunction->m_ReturnVariable) + "\n";
-    text += "\tRTS";
+        text.Append("\tPUSH\t", OperandOf(pFunction->m_ReturnVariable), '\n');
+    text.Append("\tRTS");
 }
 
 // The statement lists of the POU, each followed by one more line end.
@@ -163,9 +177,8 @@ void CCodeGeneration::WriteBody(const CNode* pNode)
 {
     for (const CNode* pChild : pNode->m_Children) {
         if (pChild->nKind != STMT_LIST) continue;
-        std::string text;
-        GenerateStatementList(pChild, text);
-        WriteLine(text);
+        GenerateStatementList(pChild, m_Text);
+        m_Text.Append('\n');
     }
 }
 
@@ -209,32 +222,28 @@ void CCodeGeneration::WriteFunctionFrame(CNode* pNode)
     CPou* pPou = m_CurrentPou;
     NoteReadsOfUnwritten(m_Norvane.m_Notes, pNode, m_MemoryHandler->m_LocalVariables);
     WritePouHeader(pPou);
-    WriteTabLine("DBI POU_BEGIN");
-    WriteText("\n");
+    m_Text.Append("\tDBI POU_BEGIN\n");
+    m_Text.Append('\n');
 
-    std::string text;
-    GenerateLocalList(text, pPou->m_LocalSize);
-    WriteLine(text);
+    pPou->m_LocalSize = GetLocalBytes();
+    GenerateLocalList(pPou->m_LocalSize, m_Text);
+    m_Text.Append('\n');
     NoteCompatibleParameters(pPou->m_LocalSize);
 
-    text.clear();
-    GenerateInputParameters(pPou, text);
-    WriteLine(text);
+    GenerateInputParameters(pPou, m_Text);
+    m_Text.Append('\n');
 
-    text.clear();
-    GenerateLocalInitialization(text);
-    WriteLine(text);
+    GenerateLocalInitialization(m_Text);
+    m_Text.Append('\n');
 
-    WriteTabLine(";Function body");
+    m_Text.Append("\t;Function body\n");
     WriteBody(pNode);
 
-    text.clear();
-    GenerateReturnValue(pPou, text);
-    WriteLine(text);
+    GenerateReturnValue(pPou, m_Text);
+    m_Text.Append('\n');
     m_Label.ClearReturnLabel();
-    WriteText("\n");
-    WriteTabLine("DBI POU_END");
-    WriteText("\n");
+    m_Text.Append('\n');
+    WritePouEnd();
 }
 
 // A member that the body never names needs no slot: nothing is written for it.
@@ -256,23 +265,23 @@ void CCodeGeneration::WriteMemberSlot(const CTypeStructFB* pStruct, int position
     const CMember* pMember = pStruct->m_Members[static_cast<std::size_t>(position)].get();
     if (IsUnusedMember(pMember)) return;
 
-    const std::string pointer = GetPointerSuffix();
+    const TypeSuffix pointer = PointerSuffix();
     if (position == 0) {
-        if (pStruct->m_Members.size() > 1) WriteTabLine("DUP" + pointer);
+        if (pStruct->m_Members.size() > 1) m_Text.Append("\tDUP", pointer, '\n');
         // The first member is taken to lie at offset 0, so nothing is added.
     } else {
-        WriteTabLine("DUP" + pointer);
-        const std::string offset = pMember->m_Type->IsBool()
-                                       ? GetCommentedOffset(pMember->m_Offset, pStruct->GetBoolBit(pMember))
-                                       : FormatText("%d", pMember->m_Offset);
-        WriteTabLine("PUSH" + pointer + "\t" + offset);
-        WriteTabLine("ADD" + pointer);
+        m_Text.Append("\tDUP", pointer, '\n');
+        m_Text.Append("\tPUSH", pointer, '\t');
+        if (pMember->m_Type->IsBool()) m_Text.Append(CommentedOffset(pMember->m_Offset, pStruct->GetBoolBit(pMember)));
+        else m_Text.Append(pMember->m_Offset);
+        m_Text.Append('\n');
+        m_Text.Append("\tADD", pointer, '\n');
     }
-    if (pMember->IsInOut()) WriteTabLine("PUSHI" + pointer);
+    if (pMember->IsInOut()) m_Text.Append("\tPUSHI", pointer, '\n');
 
     // Kept: the first slot is named 4 whatever the size of a pointer is.
-    const std::string slot = position == 0 ? "4" : GetSlotText(position);
-    WriteTabLine("POP" + pointer + "[local+" + slot + "]\t;" + pMember->m_Name + "\n");
+    const std::int64_t slot = position == 0 ? 4 : GetSlotOffset(position);
+    m_Text.Append("\tPOP", pointer, "[local+", slot, "]\t;", pMember->m_Name, "\n\n");
 }
 
 // Whether the slots that are filled and read lie in the block's local memory.
@@ -291,8 +300,8 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
 {
     CPou* pPou = m_CurrentPou;
     WritePouHeader(pPou);
-    WriteTabLine("DBI POU_BEGIN");
-    WriteText("\n");
+    m_Text.Append("\tDBI POU_BEGIN\n");
+    m_Text.Append('\n');
 
     CTypeStructFB* pStruct = pPou->AsFunctionBlock()->m_Type;
     if (pStruct->m_Align == -1) m_MemoryHandler->ComputeLayout(pStruct, nullptr, 0);
@@ -301,15 +310,15 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     // Kept: counted by the alignment of a pointer, even where a slot is larger.
     const std::int64_t slots = static_cast<std::int64_t>(pPou->m_Parameters.size()) + 1;
     pPou->m_LocalSize = ToStoredBytes(slots * m_PointerType->GetPlacingAlign());
-    WriteTabLine(FormatText("LOCALDATA %d", std::max(pPou->m_LocalSize, 1)));
+    m_Text.Append("\tLOCALDATA ", std::max(pPou->m_LocalSize, 1), '\n');
     m_CurrentFb = pPou;
     if (pStruct->m_Members.empty())
         EndGeneration(pPou->m_Location, "function block " + pPou->m_Name + " has no variables");
 
-    const std::string pointer = GetPointerSuffix();
-    WriteTabLine(";Read input parameter");
-    WriteTabLine("DUP" + pointer);
-    WriteTabLine("POP" + pointer + "[local+0]\t;FB_INSTANCE\n");
+    const TypeSuffix pointer = PointerSuffix();
+    m_Text.Append("\t;Read input parameter\n");
+    m_Text.Append("\tDUP", pointer, '\n');
+    m_Text.Append("\tPOP", pointer, "[local+0]\t;FB_INSTANCE\n\n");
     const int memberCount = static_cast<int>(pStruct->m_Members.size());
     for (int k = 0; k < memberCount; ++k) WriteMemberSlot(pStruct, k);
     if (!DoSlotsFit(pStruct, pPou->m_LocalSize))
@@ -317,19 +326,18 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     if (memberCount == 1 && !IsUnusedMember(pStruct->m_Members.front().get()))
         m_Norvane.m_Notes.Add(Note::SingleMember, pNode->Child(0)->location, pPou->m_Name);
     // Kept: dropped in every case, also where a single member has taken the last copy already.
-    WriteTabLine("POP" + pointer + "\n");
+    m_Text.Append("\tPOP", pointer, "\n\n");
 
-    WriteText("\n");
-    WriteTabLine(";FunctionBlock body");
+    m_Text.Append('\n');
+    m_Text.Append("\t;FunctionBlock body\n");
     WriteBody(pNode);
 
     m_CurrentFb = nullptr;
     WriteReturnLabel();
     m_Label.ClearReturnLabel();
-    WriteText("\n");
-    WriteTabLine("RTS");
-    WriteTabLine("DBI POU_END");
-    WriteText("\n");
+    m_Text.Append('\n');
+    m_Text.Append("\tRTS\n");
+    WritePouEnd();
 }
 
 //		LABEL0004:
@@ -337,15 +345,17 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
 void CCodeGeneration::WriteReturnLabel()
 {
     if (!m_Label.HasReturnLabel()) return;
-    WriteTabLine("\t" + m_Label.GetReturnLabel() + ":\n");
+    m_Text.Append("\t\t", m_Label.DrawReturn(), ":\n\n");
 }
 
 void CCodeGeneration::WriteInitializationCalls(const CProgram* pProgram)
 {
     if (pProgram->m_InitGlobal)
-        WriteTabLine(";Call to global variable initialization\n\tJSR FUNCTION___GlobalInitialization__\n");
+        m_Text.Append("\t;Call to global variable initialization\n"
+                      "\tJSR FUNCTION___GlobalInitialization__\n\n");
     if (pProgram->m_InitRetain)
-        WriteTabLine(";Call to retain variable initialization\n\tJSR FUNCTION___RetainInitialization__\n");
+        m_Text.Append("\t;Call to retain variable initialization\n"
+                      "\tJSR FUNCTION___RetainInitialization__\n\n");
 }
 
 // The local memory of a program lives on between its calls, so its initial values are written once: 1234 in
@@ -354,40 +364,37 @@ void CCodeGeneration::WriteProgramFrame(CNode* pNode)
 {
     CProgram* pProgram = m_CurrentPou->AsProgram();
     WritePouHeader(pProgram);
-    WriteTabLine("DBI POU_BEGIN");
-    WriteText("\n");
-    WriteTabLine(pProgram->m_Begin);   // a line with only a tab if the target sets no text
+    m_Text.Append("\tDBI POU_BEGIN\n");
+    m_Text.Append('\n');
+    m_Text.Append('\t', pProgram->m_Begin, '\n');   // a line with only a tab if the target sets no text
 
-    std::string list;                  // a program lists no variables: only the size counts
-    GenerateLocalList(list, pProgram->m_LocalSize);
-    WriteTabLine(FormatText("LOCALSET %d ; %d bytes size", pProgram->m_Id, pProgram->m_LocalSize));
+    pProgram->m_LocalSize = GetLocalBytes();   // a program lists no variables: only the size counts
+    m_Text.Append("\tLOCALSET ", pProgram->m_Id, " ; ", pProgram->m_LocalSize, " bytes size\n");
     WriteInitializationCalls(pProgram);
 
     const CVariable* pInit = m_MemoryHandler->m_LocalVariables.back();   // __ProgramInit, declared last
-    WriteText("\n");
-    WriteTabLine("; Initialization test");
-    WriteTabLine(FormatText("PUSH (INT) [local+%d] ; ", pInit->m_Offset) + pInit->m_Name);
-    WriteTabLine("PUSH (INT) 1234 ");
-    WriteTabLine("CMP EQ(INT)");
-    const std::string label = m_Label.NewLabel();
-    WriteTabLine("JC " + label);
+    m_Text.Append('\n');
+    m_Text.Append("\t; Initialization test\n");
+    m_Text.Append("\tPUSH (INT) [local+", pInit->m_Offset, "] ; ", pInit->m_Name, '\n');
+    m_Text.Append("\tPUSH (INT) 1234 \n");
+    m_Text.Append("\tCMP EQ(INT)\n");
+    const Label label = m_Label.Draw();
+    m_Text.Append("\tJC ", label, '\n');
 
-    std::string text;
-    GenerateLocalInitialization(text);
-    WriteLine(text);
+    GenerateLocalInitialization(m_Text);
+    m_Text.Append('\n');
 
-    WriteTabLine("PUSH (INT) 1234 ");
-    WriteTabLine(FormatText("POP (INT) [local+%d] ; ", pInit->m_Offset) + pInit->m_Name);
-    WriteTabLine(label + ":");
+    m_Text.Append("\tPUSH (INT) 1234 \n");
+    m_Text.Append("\tPOP (INT) [local+", pInit->m_Offset, "] ; ", pInit->m_Name, '\n');
+    m_Text.Append('\t', label, ":\n");
 
-    WriteText("\n");
-    WriteTabLine(";Program body");
+    m_Text.Append('\n');
+    m_Text.Append("\t;Program body\n");
     WriteBody(pNode);
     WriteReturnLabel();
-    WriteTabLine(pProgram->m_End);
-    WriteTabLine("RTS");
-    WriteTabLine("DBI POU_END");
-    WriteText("\n");
+    m_Text.Append('\t', pProgram->m_End, '\n');
+    m_Text.Append("\tRTS\n");
+    WritePouEnd();
     m_Label.ClearReturnLabel();
 }
 
@@ -400,14 +407,13 @@ void CCodeGeneration::WriteAutomaticPrograms()
         if (m_ErrorHandler->GetErrorCount() > 0) return;
 
         WritePouHeader(pProgram);
-        WriteTabLine("DBI POU_BEGIN");
-        WriteText("\n");
-        WriteTabLine(FormatText("LOCALSET %d ; %d bytes used", pProgram->m_Id, pProgram->m_LocalSize));
+        m_Text.Append("\tDBI POU_BEGIN\n");
+        m_Text.Append('\n');
+        m_Text.Append("\tLOCALSET ", pProgram->m_Id, " ; ", pProgram->m_LocalSize, " bytes used\n");
         WriteInitializationCalls(pProgram);
-        WriteText("\n");
-        WriteTabLine(pProgram->m_End);
-        WriteTabLine("RTS");
-        WriteTabLine("DBI POU_END");
-        WriteText("\n");
+        m_Text.Append('\n');
+        m_Text.Append('\t', pProgram->m_End, '\n');
+        m_Text.Append("\tRTS\n");
+        WritePouEnd();
     }
 }

@@ -20,6 +20,6 @@ bool SurvivesSixDecimals(double value, std::int32_t sizeBits)
     const bool isFloat = sizeBits <= bitsOfFloat;
     // Beyond the type; what is lost there isn't the decimals.
     if (isFloat && std::isinf(static_cast<float>(value))) return true;
-    const std::string text = FormatText("%f", value);
+    const std::string text = FormatReal(value);
     return isFloat ? IsReadBack(text, static_cast<float>(value)) : IsReadBack(text, value);
 }

@@ -2,6 +2,7 @@
 
 #include "codegen/CodeGeneration.h"
 
+#include "codegen/TextPieces.h"
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "frontend/ErrorHandler.h"
@@ -47,26 +48,27 @@ int CCodeGeneration::GetFileNumber(const SourceLocation& location)
 
 // DBI FILE 0 LINE 4
 // ...
-void CCodeGeneration::GenerateStatementList(const CNode* pList, std::string& text)
+void CCodeGeneration::GenerateStatementList(const CNode* pList, TextBuffer& text)
 {
     for (CNode* pStatement : pList->m_Children) {
         if (!pStatement) InternalFault("a statement list has no node for a statement");
         const int file = GetFileNumber(pStatement->location);
-        AppendFormat(text, "DBI FILE %d LINE %d\n", file, pStatement->location.nFirstLine);
+        text.Append("DBI FILE ", file, " LINE ", pStatement->location.nFirstLine, '\n');
         GenerateNode(pStatement, text);
+        FlushLarge(text);
     }
 }
 
-bool CCodeGeneration::GenerateAccessLine(const CNode* pNode, AccessMode mode, std::string& text)
+bool CCodeGeneration::GenerateAccessLine(const CNode* pNode, AccessMode mode, TextBuffer& text)
 {
     const bool isThrough = GenerateVariableAccess(pNode, mode, text);
-    text += '\n';
+    text.Append('\n');
     return isThrough;
 }
 
 // ---- Assignment
 
-void CCodeGeneration::GenerateAssignment(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateAssignment(const CNode* pNode, TextBuffer& text)
 {
     const CNode* pTarget = pNode->Child(0);
     CNode* pValue = pNode->Child(1);
@@ -82,7 +84,7 @@ void CCodeGeneration::GenerateAssignment(const CNode* pNode, std::string& text)
     if (HasNoValue(pValue) && !IsAggregate(pTarget->pType)) {
         // Accepted without a test, and here is where it shows: nothing is pushed, and the store takes whatever the
         // stack holds. Kept as it is; the user should hear of it here.
-        text += '\n';
+        text.Append('\n');
         GenerateVariableAccess(pTarget, AccessMode::Write, text);
         return;
     }
@@ -113,19 +115,18 @@ void CCodeGeneration::GenerateAssignment(const CNode* pNode, std::string& text)
 //
 // Only the literal's bytes are stored: no end mark and no length. Kept: at the place of the root variable, a
 // path in the target doesn't count.
-void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode* pLiteral, std::string& text)
+void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode* pLiteral, TextBuffer& text)
 {
     const CVariable* pVariable = pTarget->pVariable;
-    const std::string area = GetAreaPrefix(pVariable);
+    const std::string_view area = GetAreaPrefix(pVariable);
     const std::int64_t step = pTarget->pType ? pTarget->pType->GetPlacingAlign() : 1;
     std::int64_t offsetBytes = pVariable->m_Offset;
     bool isFirst = true;
     for (const char byte : pLiteral->szString) {
-        if (!isFirst) text += '\n';   // the last line is left open
+        if (!isFirst) text.Append('\n');   // the last line is left open
         isFirst = false;
-        AppendFormat(text, "\tPUSH %d ;", static_cast<signed char>(byte));
-        text += byte;
-        AppendFormat(text, "\n\tPOP(SINT)\t[%s%d]", area.c_str(), static_cast<std::int32_t>(offsetBytes));
+        text.Append("\tPUSH ", static_cast<signed char>(byte), " ;", byte, '\n');
+        text.Append("\tPOP(SINT)\t", MemoryPlace{area, static_cast<std::int32_t>(offsetBytes)});
         offsetBytes += step;
     }
 }
@@ -134,7 +135,7 @@ void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode
 //	PUSH&(UDINT)	[local+12]	;a
 //	MEMCPY	20
 //
-void CCodeGeneration::GenerateCopy(const CNode* pTarget, const CNode* pValue, std::string& text)
+void CCodeGeneration::GenerateCopy(const CNode* pTarget, const CNode* pValue, TextBuffer& text)
 {
     if (pValue->nKind == DIRECT_VARIABLE) {
         ReportNoVariable(pValue);
@@ -153,7 +154,7 @@ void CCodeGeneration::GenerateCopy(const CNode* pTarget, const CNode* pValue, st
         const std::int32_t targetBytes = m_MemoryHandler->ComputeAccessSize(pTarget);
         sizeBytes = std::min(targetBytes, m_MemoryHandler->ComputeAccessSize(pValue));
     }
-    AppendFormat(text, "\tMEMCPY\t%d\n", static_cast<std::int32_t>(sizeBytes));
+    text.Append("\tMEMCPY\t", static_cast<std::int32_t>(sizeBytes), '\n');
 }
 
 // ---- IF
@@ -172,68 +173,67 @@ void CCodeGeneration::GenerateCopy(const CNode* pTarget, const CNode* pValue, st
 //
 // A literal condition removes its test. With a literal FALSE no end label is made: in front of ELSIF items the
 // jumps to it come out without a label, which stays so.
-void CCodeGeneration::GenerateIf(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateIf(const CNode* pNode, TextBuffer& text)
 {
     CNode* pCondition = pNode->Child(0);
     const CNode* pThen = pNode->Child(1);
     const int count = pNode->GetChildCount();
-    text += "\t;if\n";
-    const std::string falseLabel = m_Label.NewLabel();
+    text.Append("\t;if\n");
+    const Label falseLabel = m_Label.Draw();
     if (IsTrueLiteral(pCondition)) {   // the label drawn above leaves a gap in the numbers
-        text += "\t;then\n";
+        text.Append("\t;then\n");
         GenerateStatementList(pThen, text);
         return;
     }
 
-    std::string endLabel;
+    Label endLabel;
     if (!IsFalseLiteral(pCondition)) {
         GenerateNode(pCondition, text);
-        text += "\tJNC " + falseLabel + "\n";
-        text += "\t;then\n";
+        text.Append("\tJNC ", falseLabel, '\n');
+        text.Append("\t;then\n");
         GenerateStatementList(pThen, text);
         if (count > 2) {
-            endLabel = m_Label.NewLabel();
-            text += "\tJMP " + endLabel + "\n";
+            endLabel = m_Label.Draw();
+            text.Append("\tJMP ", endLabel, '\n');
         }
     }
-    text += "\t" + falseLabel + ":\n";
+    text.Append('\t', falseLabel, ":\n");
     if (count <= 2) return;
 
     const bool hasElsif = pNode->Child(2)->nKind == ELSEIF_LIST;
     const bool hasElse = count == 4 || !hasElsif;
-    if (hasElsif && endLabel.empty()) m_Norvane.m_Notes.Add(Note::JumpWithoutLabel, pNode->location);
-    std::string elseLabel;
+    if (hasElsif && endLabel.IsNone()) m_Norvane.m_Notes.Add(Note::JumpWithoutLabel, pNode->location);
+    Label elseLabel;
     if (hasElsif) elseLabel = GenerateElsifItems(pNode->Child(2), hasElse, endLabel, text);
     if (hasElse) GenerateElse(pNode->Child(count - 1), elseLabel, endLabel, text);
 }
 
 // Gives the label at which an ELSE begins. Without one the last item ends the statement and defines its label.
-std::string CCodeGeneration::GenerateElsifItems(const CNode* pItems, bool hasElse, const std::string& endLabel,
-                                                std::string& text)
+Label CCodeGeneration::GenerateElsifItems(const CNode* pItems, bool hasElse, Label endLabel, TextBuffer& text)
 {
-    std::string nextLabel;
+    Label nextLabel;
     const int count = pItems->GetChildCount();
     for (int i = 0; i < count; ++i) {
         const CNode* pItem = pItems->Child(i);
         const bool endsStatement = i == count - 1 && !hasElse;
-        if (i != 0) text += "\t" + nextLabel + ":\n";
-        if (!endsStatement) nextLabel = m_Label.NewLabel();
+        if (i != 0) text.Append('\t', nextLabel, ":\n");
+        if (!endsStatement) nextLabel = m_Label.Draw();
         GenerateNode(pItem->Child(0), text);
-        text += "\tJNC " + (endsStatement ? endLabel : nextLabel) + "\n";
+        text.Append("\tJNC ", endsStatement ? endLabel : nextLabel, '\n');
         GenerateStatementList(pItem->Child(1), text);
-        text += endsStatement ? "\t" + endLabel + ":" : "\tJMP " + endLabel + "\n";
+        if (endsStatement) text.Append('\t', endLabel, ':');
+        else text.Append("\tJMP ", endLabel, '\n');
     }
     return nextLabel;
 }
 
-void CCodeGeneration::GenerateElse(const CNode* pList, const std::string& elseLabel, const std::string& endLabel,
-                                   std::string& text)
+void CCodeGeneration::GenerateElse(const CNode* pList, Label elseLabel, Label endLabel, TextBuffer& text)
 {
-    const bool isBehindElsif = !elseLabel.empty();
-    text += "\t;else\n";
-    if (isBehindElsif) text += "\t" + elseLabel + ":\n";
+    const bool isBehindElsif = !elseLabel.IsNone();
+    text.Append("\t;else\n");
+    if (isBehindElsif) text.Append('\t', elseLabel, ":\n");
     GenerateStatementList(pList, text);
-    if (isBehindElsif || !endLabel.empty()) text += "\t" + endLabel + ":";
+    if (isBehindElsif || !endLabel.IsNone()) text.Append('\t', endLabel, ':');
 }
 
 // ---- What an EXIT leaves
@@ -262,21 +262,21 @@ void CCodeGeneration::LeaveExitTarget()
 //	JMP LABEL0001
 //	LABEL0002:
 //
-void CCodeGeneration::GenerateWhile(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateWhile(const CNode* pNode, TextBuffer& text)
 {
     CNode* pCondition = pNode->Child(0);
     if (IsFalseLiteral(pCondition)) return;   // no label is drawn for it; a literal TRUE keeps its test
 
-    text += "\t;while\n";
-    const std::string loopLabel = m_Label.NewLabel();
-    const std::string exitLabel = m_Label.NewLabel();
+    text.Append("\t;while\n");
+    const Label loopLabel = m_Label.Draw();
+    const Label exitLabel = m_Label.Draw();
     EnterExitTarget(/*isCase=*/false);
-    text += "\t" + loopLabel + ":\n";
+    text.Append('\t', loopLabel, ":\n");
     GenerateNode(pCondition, text);
-    text += "\tJNC " + exitLabel + "\n";
+    text.Append("\tJNC ", exitLabel, '\n');
     GenerateStatementList(pNode->Child(1), text);
-    text += "\tJMP " + loopLabel + "\n";
-    text += "\t" + exitLabel + ":\n";
+    text.Append("\tJMP ", loopLabel, '\n');
+    text.Append('\t', exitLabel, ":\n");
     LeaveExitTarget();
 }
 
@@ -287,17 +287,17 @@ void CCodeGeneration::GenerateWhile(const CNode* pNode, std::string& text)
 //	JNC LABEL0001
 //	LABEL0002:
 //
-void CCodeGeneration::GenerateRepeat(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateRepeat(const CNode* pNode, TextBuffer& text)
 {
-    text += "\t;repeat\n";
-    const std::string loopLabel = m_Label.NewLabel();
-    text += "\t" + loopLabel + ":\n";
-    const std::string exitLabel = m_Label.NewLabel();
+    text.Append("\t;repeat\n");
+    const Label loopLabel = m_Label.Draw();
+    text.Append('\t', loopLabel, ":\n");
+    const Label exitLabel = m_Label.Draw();
     EnterExitTarget(/*isCase=*/false);
     GenerateStatementList(pNode->Child(0), text);
     GenerateNode(pNode->Child(1), text);
-    text += "\tJNC " + loopLabel + "\n";
-    text += "\t" + exitLabel + ":\n";
+    text.Append("\tJNC ", loopLabel, '\n');
+    text.Append('\t', exitLabel, ":\n");
     LeaveExitTarget();
 }
 
@@ -311,16 +311,16 @@ struct CCodeGeneration::ForLoop
     CNode* pTo;
     CNode* pStep;            // null: a step of 1
     const CNode* pBody;
-    std::string suffix;      // of the variable
-    std::string loopLabel;
-    std::string exitLabel;
+    TypeSuffix suffix;       // of the variable
+    Label loopLabel;
+    Label exitLabel;
     std::int32_t step = 1;   // where it is constant
 };
 
 // Writes the common head and then one of four shapes, by which of bounds and step are constants. False for a
 // loop that never runs: only the assignment and the loop label are left of it. Kept: its exit label stays
 // on the stack, where an EXIT behind it finds it, and its text ends without the line end of all others.
-bool CCodeGeneration::GenerateFor(const CNode* pNode, std::string& text)
+bool CCodeGeneration::GenerateFor(const CNode* pNode, TextBuffer& text)
 {
     const bool hasStep = pNode->GetChildCount() == 4;
     ForLoop loop;
@@ -330,14 +330,14 @@ bool CCodeGeneration::GenerateFor(const CNode* pNode, std::string& text)
     loop.pTo = pNode->Child(1);
     loop.pStep = hasStep ? pNode->Child(2) : nullptr;
     loop.pBody = pNode->Child(hasStep ? 3 : 2);
-    loop.suffix = GetNodeSuffix(loop.pVariable);
+    loop.suffix = SuffixOf(loop.pVariable);
 
-    text += "\t;for\n";
-    loop.loopLabel = m_Label.NewLabel();
-    loop.exitLabel = m_Label.NewLabel();
+    text.Append("\t;for\n");
+    loop.loopLabel = m_Label.Draw();
+    loop.exitLabel = m_Label.Draw();
     EnterExitTarget(/*isCase=*/false);
     GenerateNode(loop.pAssignment, text);
-    text += "\t" + loop.loopLabel + ":\n";
+    text.Append('\t', loop.loopLabel, ":\n");
 
     std::int32_t from = 0;
     std::int32_t to = 0;
@@ -356,119 +356,138 @@ bool CCodeGeneration::GenerateFor(const CNode* pNode, std::string& text)
     else if (!isStepKnown) GenerateForWithVariableStep(loop, text);
     else if (areBoundsKnown) GenerateForTestedBelow(loop, text);
     else GenerateForTestedAbove(loop, text);
-    text += "\t" + loop.exitLabel + ":\n";
+    text.Append('\t', loop.exitLabel, ":\n");
     LeaveExitTarget();
     return true;
 }
 
-void CCodeGeneration::GenerateForCompare(const ForLoop& loop, std::string_view comparison, std::string& text)
+void CCodeGeneration::GenerateForCompare(const ForLoop& loop, std::string_view comparison, TextBuffer& text)
 {
     GenerateNode(loop.pVariable, text);
     GenerateNode(loop.pTo, text);
-    text += "\tCMP ";
-    text += comparison;
-    text += loop.suffix + "\n";
+    text.Append("\tCMP ", comparison, loop.suffix, '\n');
 }
 
 // Kept: the step is a plain constant of the variable's type, whatever its own is.
-void CCodeGeneration::GenerateForConstantStep(const ForLoop& loop, std::string& text)
+void CCodeGeneration::GenerateForConstantStep(const ForLoop& loop, TextBuffer& text)
 {
     GenerateAccessLine(loop.pVariable, AccessMode::Read, text);
-    text += "\tPUSH" + loop.suffix + FormatText("\t%d\n", loop.step);
-    text += "\tADD" + loop.suffix + "\n";
+    text.Append("\tPUSH", loop.suffix, '\t', loop.step, '\n');
+    text.Append("\tADD", loop.suffix, '\n');
     GenerateAccessLine(loop.pVariable, AccessMode::Write, text);
 }
 
 // The body runs at least once, so the test stands at the bottom.
-void CCodeGeneration::GenerateForTestedBelow(const ForLoop& loop, std::string& text)
+void CCodeGeneration::GenerateForTestedBelow(const ForLoop& loop, TextBuffer& text)
 {
     GenerateStatementList(loop.pBody, text);
     GenerateForConstantStep(loop, text);
     GenerateForCompare(loop, loop.step > 0 ? "LE" : "GE", text);
-    text += "\tJC " + loop.loopLabel + "\n";
+    text.Append("\tJC ", loop.loopLabel, '\n');
 }
 
-void CCodeGeneration::GenerateForTestedAbove(const ForLoop& loop, std::string& text)
+void CCodeGeneration::GenerateForTestedAbove(const ForLoop& loop, TextBuffer& text)
 {
     GenerateForCompare(loop, loop.step > 0 ? "GT" : "LT", text);
-    text += "\tJC " + loop.exitLabel + "\n";
+    text.Append("\tJC ", loop.exitLabel, '\n');
     GenerateStatementList(loop.pBody, text);
     GenerateForConstantStep(loop, text);
-    text += "\tJMP " + loop.loopLabel + "\n";
+    text.Append("\tJMP ", loop.loopLabel, '\n');
 }
 
 //	PUSH(INT)	0           behind the step: its sign is looked at in each pass
 //	CMP GT(INT)
 //	JC LABEL0003
-void CCodeGeneration::GenerateForStepTest(const ForLoop& loop, std::string_view comparison, const std::string& label,
-                                          std::string& text)
+void CCodeGeneration::GenerateForStepTest(const ForLoop& loop, std::string_view comparison, Label label,
+                                          TextBuffer& text)
 {
-    const std::string suffix = GetNodeSuffix(loop.pStep);
+    const TypeSuffix suffix = SuffixOf(loop.pStep);
     GenerateNode(loop.pStep, text);
-    text += "\tPUSH" + suffix + "\t0\n";
-    text += "\tCMP ";
-    text += comparison;
-    text += suffix + "\n";
-    text += "\tJC " + label + "\n";
+    text.Append("\tPUSH", suffix, "\t0\n");
+    text.Append("\tCMP ", comparison, suffix, '\n');
+    text.Append("\tJC ", label, '\n');
 }
 
-void CCodeGeneration::GenerateForWithVariableStep(const ForLoop& loop, std::string& text)
+void CCodeGeneration::GenerateForWithVariableStep(const ForLoop& loop, TextBuffer& text)
 {
-    const std::string risingLabel = m_Label.NewLabel();
-    const std::string fallingLabel = m_Label.NewLabel();
-    const std::string bodyLabel = m_Label.NewLabel();
+    const Label risingLabel = m_Label.Draw();
+    const Label fallingLabel = m_Label.Draw();
+    const Label bodyLabel = m_Label.Draw();
     GenerateForStepTest(loop, "GT", risingLabel, text);
     GenerateForStepTest(loop, "LT", fallingLabel, text);
-    text += "\tJMP " + loop.exitLabel + "\n";   // a step of 0 leaves the loop
+    text.Append("\tJMP ", loop.exitLabel, '\n');   // a step of 0 leaves the loop
 
-    text += "\t" + fallingLabel + ":\n";
+    text.Append('\t', fallingLabel, ":\n");
     GenerateForCompare(loop, "LT", text);
-    text += "\tJC " + loop.exitLabel + "\n";
-    text += "\tJMP " + bodyLabel + "\n";
+    text.Append("\tJC ", loop.exitLabel, '\n');
+    text.Append("\tJMP ", bodyLabel, '\n');
 
-    text += "\t" + risingLabel + ":\n";
+    text.Append('\t', risingLabel, ":\n");
     GenerateForCompare(loop, "GT", text);
-    text += "\tJC " + loop.exitLabel + "\n";
+    text.Append("\tJC ", loop.exitLabel, '\n');
 
-    text += "\t" + bodyLabel + ":\n";
+    text.Append('\t', bodyLabel, ":\n");
     GenerateStatementList(loop.pBody, text);
     GenerateAccessLine(loop.pVariable, AccessMode::Read, text);
     // The increment reads the step as a variable; an expression has none to read, so it is refused.
     if (loop.pStep->IsVariableAccess()) GenerateAccessLine(loop.pStep, AccessMode::Read, text);
     else m_ErrorHandler->ErrNeedsInteger(loop.pStep->location);
-    text += "\tADD" + loop.suffix + "\n";
+    text.Append("\tADD", loop.suffix, '\n');
     GenerateAccessLine(loop.pVariable, AccessMode::Write, text);
-    text += "\tJMP " + loop.loopLabel + "\n";
+    text.Append("\tJMP ", loop.loopLabel, '\n');
 }
 
 // ---- CASE
 
 struct CCodeGeneration::CaseArm
 {
-    std::string label;
-    std::string code;   // empty: an earlier arm has the same
+    Label label;
+    std::size_t begin = 0;   // of its code in the text of all arms
+    std::size_t size = 0;    // bytes; 0: an earlier arm has the same
 };
+
+struct CCodeGeneration::CaseArms
+{
+    std::vector<CaseArm> arms;
+    TextBuffer codes;
+
+    std::string_view GetCode(const CaseArm& arm) const { return codes.View().substr(arm.begin, arm.size); }
+};
+
+// The arm that has the code already; null if there is none. Codes are told apart by their texts; the hash only says
+// where to look.
+const CCodeGeneration::CaseArm* CCodeGeneration::FindEqualArm(const CaseArms& arms, const ArmsByHash& armsByHash,
+                                                              std::size_t hash, std::string_view code)
+{
+    const auto [first, last] = armsByHash.equal_range(hash);
+    for (auto entry = first; entry != last; ++entry)
+        if (arms.GetCode(arms.arms[entry->second]) == code) return &arms.arms[entry->second];
+    return nullptr;
+}
 
 // Arms whose text agrees to the last byte share one label and one code. The text begins with a line mark, so
 // they stand on one source line. An arm draws its label behind those of its statements, but for the first.
-std::vector<CCodeGeneration::CaseArm> CCodeGeneration::BuildCaseArms(const CNode* pPairs)
+CCodeGeneration::CaseArms CCodeGeneration::BuildCaseArms(const CNode* pPairs)
 {
     const int count = pPairs->GetChildCount() / 2;
-    std::vector<CaseArm> arms;
-    arms.reserve(static_cast<std::size_t>(count));   // the views below point into it
-    std::unordered_map<std::string_view, std::size_t> armOfCode;
+    CaseArms arms;
+    ArmsByHash armsByHash;
     for (int i = 0; i < count; ++i) {
         CaseArm arm;
-        if (i == 0) arm.label = m_Label.NewLabel();
-        GenerateStatementList(pPairs->Child(2 * i + 1), arm.code);
-        const auto earlier = armOfCode.find(arm.code);
-        if (earlier != armOfCode.end()) {
-            arms.push_back({arms[earlier->second].label, {}});
+        arm.begin = arms.codes.GetSize();
+        if (i == 0) arm.label = m_Label.Draw();
+        GenerateStatementList(pPairs->Child(2 * i + 1), arms.codes);
+        const std::string_view code = arms.codes.View().substr(arm.begin);
+        const std::size_t hash = std::hash<std::string_view>()(code);
+        if (const CaseArm* pEqual = FindEqualArm(arms, armsByHash, hash, code)) {
+            arms.codes.CutTo(arm.begin);
+            arms.arms.push_back({pEqual->label, 0, 0});
             continue;
         }
-        if (i != 0) arm.label = m_Label.NewLabel();
-        arms.push_back(std::move(arm));
-        armOfCode.emplace(arms.back().code, arms.size() - 1);
+        if (i != 0) arm.label = m_Label.Draw();
+        arm.size = code.size();
+        armsByHash.emplace(hash, arms.arms.size());
+        arms.arms.push_back(arm);
     }
     return arms;
 }
@@ -477,17 +496,12 @@ std::vector<CCodeGeneration::CaseArm> CCodeGeneration::BuildCaseArms(const CNode
 //	CASER (INT) 1  5 LABEL0003
 //
 // Kept: two blanks between the bounds.
-static void AppendCaseTest(const CNode* pItem, const std::string& suffix, const std::string& label, std::string& text)
+static void AppendCaseTest(const CNode* pItem, const TypeSuffix& suffix, Label label, TextBuffer& text)
 {
-    if (pItem->nKind == SUBRANGE_DOTS) {
-        text += "\tCASER " + suffix;
-        text += " " + std::to_string(pItem->Child(0)->nValue) + " ";
-        text += " " + std::to_string(pItem->Child(1)->nValue) + " ";
-    } else {
-        text += "\tCASE " + suffix;
-        text += " " + std::to_string(pItem->nValue) + " ";
-    }
-    text += label + "\n";
+    if (pItem->nKind == SUBRANGE_DOTS)
+        text.Append("\tCASER ", suffix, ' ', pItem->Child(0)->nValue, "  ", pItem->Child(1)->nValue, ' ', label, '\n');
+    else
+        text.Append("\tCASE ", suffix, ' ', pItem->nValue, ' ', label, '\n');
 }
 
 //	;case
@@ -501,40 +515,40 @@ static void AppendCaseTest(const CNode* pItem, const std::string& suffix, const 
 //	LABEL0001:
 //
 // The arms are generated first, so the labels in them are lower than those of the selector.
-void CCodeGeneration::GenerateCase(const CNode* pNode, std::string& text)
+void CCodeGeneration::GenerateCase(const CNode* pNode, TextBuffer& text)
 {
     CNode* pSelector = pNode->Child(0);
     const CNode* pPairs = pNode->Child(1);
-    text += "\t;case\n";
-    const std::string endLabel = m_Label.NewLabel();
+    text.Append("\t;case\n");
+    const Label endLabel = m_Label.Draw();
     EnterExitTarget(/*isCase=*/true);   // an EXIT in a CASE leaves the CASE
-    const std::vector<CaseArm> arms = BuildCaseArms(pPairs);
+    const CaseArms arms = BuildCaseArms(pPairs);
 
     GenerateNode(pSelector, text);
-    const std::string suffix = GetNodeSuffix(pSelector);
-    for (std::size_t i = 0; i < arms.size(); ++i)
+    const TypeSuffix suffix = SuffixOf(pSelector);
+    for (std::size_t i = 0; i < arms.arms.size(); ++i)
         for (const CNode* pItem : pPairs->Child(static_cast<int>(2 * i))->m_Children)
-            AppendCaseTest(pItem, suffix, arms[i].label, text);
-    text += "\tPOP" + suffix + "\n";
+            AppendCaseTest(pItem, suffix, arms.arms[i].label, text);
+    text.Append("\tPOP", suffix, '\n');
     if (pNode->GetChildCount() > 2) GenerateStatementList(pNode->Child(2), text);
 
-    for (const CaseArm& arm : arms) {
-        if (arm.code.empty()) continue;
-        text += "\tJMP " + endLabel + "\n";
-        text += "\t" + arm.label + ":\n";
-        text += arm.code;
+    for (const CaseArm& arm : arms.arms) {
+        if (arm.size == 0) continue;
+        text.Append("\tJMP ", endLabel, '\n');
+        text.Append('\t', arm.label, ":\n");
+        text.Append(arms.GetCode(arm));
     }
-    text += "\t" + endLabel + ":\n";
+    text.Append('\t', endLabel, ":\n");
     LeaveExitTarget();
 }
 
 // ---- EXIT
 
 // A loop that never runs leaves its label on the stack, where later EXITs find it in the place of their own.
-void CCodeGeneration::NoteExit(const CNode* pNode, const std::string& label)
+void CCodeGeneration::NoteExit(const CNode* pNode, Label label)
 {
     const bool hasTarget = !m_ExitTargets.empty();
-    if (!hasTarget || label != CLabel::FormatLabel(m_ExitTargets.back().label))
+    if (!hasTarget || label.number != m_ExitTargets.back().label)
         m_Norvane.m_Notes.Add(Note::ForeignExit, pNode->location);
     else if (m_ExitTargets.back().isCase && m_ExitTargets.back().isInLoop)
         m_Norvane.m_Notes.Add(Note::ExitOfCase, pNode->location);
@@ -542,14 +556,14 @@ void CCodeGeneration::NoteExit(const CNode* pNode, const std::string& label)
 
 // The line is closed here already, so an empty one follows. False behind the diagnostic: then not even the
 // line end is written.
-bool CCodeGeneration::GenerateExit(const CNode* pNode, std::string& text)
+bool CCodeGeneration::GenerateExit(const CNode* pNode, TextBuffer& text)
 {
-    const std::string label = m_Label.GetExitLabel();
-    if (label == "ERROR") {
+    const Label label = m_Label.FindExit();
+    if (label.IsNone()) {
         m_ErrorHandler->ErrExitOutOfLoop(pNode->location);
         return false;
     }
     NoteExit(pNode, label);
-    text += "\tJMP " + label + "\n";
+    text.Append("\tJMP ", label, '\n');
     return true;
 }

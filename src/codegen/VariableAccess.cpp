@@ -3,6 +3,7 @@
 
 #include "codegen/CodeGeneration.h"
 
+#include "codegen/TextPieces.h"
 #include "files/Fatal.h"
 #include "files/Format.h"
 #include "frontend/ErrorHandler.h"
@@ -69,15 +70,15 @@ const CMember* CCodeGeneration::FindCurrentFbMember(const CVariable* pVariable, 
 }
 
 // The slot behind the instance pointer in which the frame has put the member's address.
-std::string CCodeGeneration::GetSlotText(int position) const
+std::int64_t CCodeGeneration::GetSlotOffset(int position) const
 {
     const std::int64_t slotNumber = std::int64_t{position} + 1;   // behind the slot of the instance
-    return FormatText("%lld", static_cast<long long>(slotNumber * m_MemoryHandler->GetPointerSlotSize()));
+    return slotNumber * m_MemoryHandler->GetPointerSlotSize();
 }
 
 //	PUSH(UDINT) [local+8]	;&x         the slot
 //	PUSH*(INT) [local+8]	;x          through it; the tab in front is the caller's
-void CCodeGeneration::GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, std::string& text)
+void CCodeGeneration::GenerateFbMemberAccess(const CNode* pNode, FbAccessForm form, TextBuffer& text)
 {
     const CVariable* pVariable = pNode->pVariable;
     int position = 0;
@@ -85,25 +86,25 @@ void CCodeGeneration::GenerateFbMemberAccess(const CNode* pNode, FbAccessForm fo
     if (!pMember) InternalFault("a variable is no member of the function block being generated");
 
     switch (form) {
-    case FbAccessForm::Push: text += "\tPUSH"; break;
-    case FbAccessForm::Pop: text += "\tPOP"; break;
-    case FbAccessForm::PushThrough: text += "PUSH*"; break;
-    case FbAccessForm::PopThrough: text += "POP*"; break;
+    case FbAccessForm::Push: text.Append("\tPUSH"); break;
+    case FbAccessForm::Pop: text.Append("\tPOP"); break;
+    case FbAccessForm::PushThrough: text.Append("PUSH*"); break;
+    case FbAccessForm::PopThrough: text.Append("POP*"); break;
     default: break;
     }
     const bool isValue = form != FbAccessForm::Push && !IsAggregate(pMember->m_Type);
-    text += isValue ? GetTypeSuffix(pMember->m_Type) : GetPointerSuffix();
-    text += " [local+" + GetSlotText(position) + (isValue ? "]\t;" : "]\t;&") + pVariable->m_Name;
+    text.Append(isValue ? SuffixOf(pMember->m_Type) : PointerSuffix());
+    text.Append(" [local+", GetSlotOffset(position), isValue ? "]\t;" : "]\t;&", pVariable->m_Name);
 }
 
-void CCodeGeneration::GenerateFbScalar(const CNode* pNode, AccessMode mode, std::string& text)
+void CCodeGeneration::GenerateFbScalar(const CNode* pNode, AccessMode mode, TextBuffer& text)
 {
     if (mode == AccessMode::Address) {
         GenerateFbMemberAccess(pNode, FbAccessForm::Push, text);
         return;
     }
     constexpr int firstThroughForm = 3;   // ORDER ACCESS
-    text += '\t';
+    text.Append('\t');
     GenerateFbMemberAccess(pNode, static_cast<FbAccessForm>(static_cast<int>(mode) + firstThroughForm), text);
 }
 
@@ -165,7 +166,9 @@ void CCodeGeneration::EnterElement(const CNode* pStep, AccessPath& path)
     }
     path.offsetBytes = WrapAdd(path.offsetBytes, add);
     ++path.level;
-    AppendFormat(path.text, "[%d]", ToOffset(element));
+    path.text += '[';
+    path.text += std::to_string(ToOffset(element));
+    path.text += ']';
 }
 
 // Of a path that ends in a bit of an array all subscripts count bits, those of arrays of something else too.
@@ -241,7 +244,7 @@ void CCodeGeneration::ReportNoVariable(const CNode* pNode)
     m_ErrorHandler->ErrCannotAssign(pType, pNode->location);
 }
 
-bool CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode, std::string& text)
+bool CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode, TextBuffer& text)
 {
     const CVariable* pVariable = pNode->pVariable;
     if (!pNode->IsVariableAccess() || !pVariable) {
@@ -269,44 +272,42 @@ bool CCodeGeneration::GenerateVariableAccess(const CNode* pNode, AccessMode mode
 //	ADD(UDINT)
 //	PUSHI(INT)
 bool CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath& path, AccessMode mode,
-                                            std::string& text)
+                                            TextBuffer& text)
 {
     if (m_CurrentFb) GenerateFbMemberAccess(pNode, FbAccessForm::Push, text);
-    else text += "\tPUSH" + GetVariableOperand(path.pVariable);
+    else text.Append("\tPUSH", OperandOf(path.pVariable));
 
-    const std::string pointer = GetPointerSuffix();
+    const TypeSuffix pointer = PointerSuffix();
     const std::int64_t distance = WrapSub(path.offsetBytes, path.pVariable->m_Offset);
     if (distance > 0 || path.bit > 0) {
-        text += "\n\tPUSH" + pointer + "\t" + GetPackedOffset(distance, path.bit) + "\n";
-        text += "\tADD" + pointer;
+        text.Append("\n\tPUSH", pointer, '\t', PackedOffset{distance, path.bit}, '\n');
+        text.Append("\tADD", pointer);
     }
-    text += '\n';
+    text.Append('\n');
 
     const AccessWords words = GetAccessWords(pNode, mode);
     if (!path.subscripts.empty()) {
-        text += "\t;runtime array address\n";
+        text.Append("\t;runtime array address\n");
         GenerateRuntimeSubscripts(path, text);
     } else if (mode == AccessMode::Address && m_CurrentFb) {
         return false;   // the address is on the stack; the line is closed already, so an empty one follows
     }
     // Kept: without a function block an address is asked for in vain, the value comes in its place.
-    text += words.mnemonic;
-    text += "I" + GetTypeSuffix(pNode->pType);
+    text.Append(words.mnemonic, 'I', SuffixOf(pNode->pType));
     return true;
 }
 
 //	PUSH*(BOOL)	[local+4].0	;done
 bool CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath& path, AccessMode mode,
-                                           std::string& text)
+                                           TextBuffer& text)
 {
     const CVariable* pVariable = path.pVariable;
-    const std::string area = GetAreaPrefix(pVariable);
+    const std::string_view area = GetAreaPrefix(pVariable);
     AccessWords words = GetAccessWords(pNode, mode);
     if (!path.subscripts.empty()) {
         GenerateRuntimeBase(path, area, text);
         GenerateRuntimeSubscripts(path, text);
-        text += words.mnemonic;
-        text += "I" + GetTypeSuffix(pNode->pType);
+        text.Append(words.mnemonic, 'I', SuffixOf(pNode->pType));
         return true;
     }
 
@@ -314,13 +315,11 @@ bool CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath&
     if (mode == AccessMode::Address && pVariable->IsHeldByPointer() && IsAggregate(pVariable->m_Type))
         m_Norvane.m_Notes.Add(Note::PointerCopied, pNode->location, pVariable->m_Name);
     if (IsAggregate(pNode->pType) && !pNode->bThroughInOut && !pVariable->IsHeldByPointer()) words.star = "&";
-    text += words.mnemonic;
-    text += words.star;
-    text += words.asPointer ? GetPointerSuffix() : GetTypeSuffix(path.pType);
-    AppendFormat(text, "\t[%s%d]", area.c_str(), ToOffset(path.offsetBytes));
-    if (pVariable->m_Type && pVariable->m_Type->IsBool()) AppendFormat(text, ".%d", pVariable->m_BitOffset);
-    else if (IsAggregate(pVariable->m_Type) && path.EndsInBool()) AppendFormat(text, ".%d", path.bit);
-    text += "\t;" + path.text;
+    MemoryPlace place{area, ToOffset(path.offsetBytes)};
+    if (pVariable->m_Type && pVariable->m_Type->IsBool()) place.bit = pVariable->m_BitOffset;
+    else if (IsAggregate(pVariable->m_Type) && path.EndsInBool()) place.bit = path.bit;
+    const TypeSuffix suffix = words.asPointer ? PointerSuffix() : SuffixOf(path.pType);
+    text.Append(words.mnemonic, words.star, suffix, '\t', place, "\t;", path.text);
     return false;
 }
 
@@ -328,27 +327,26 @@ bool CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath&
 //	PUSH&(INT)[local+12]	;&x[0]
 //
 // Kept: no tab in front of the bracket here.
-void CCodeGeneration::GenerateRuntimeBase(const AccessPath& path, const std::string& area, std::string& text)
+void CCodeGeneration::GenerateRuntimeBase(const AccessPath& path, std::string_view area, TextBuffer& text)
 {
     constexpr int bitsInByte = 8;
     std::int64_t offsetBytes = path.offsetBytes;
-    std::string bitText;
+    std::optional<int> bit;
     if (path.EndsInBool() && path.HasBoolElements()) {
-        bitText = ".0";
+        bit = 0;
     } else if (path.EndsInBool()) {   // a member of an element
-        bitText = FormatText(".%d", path.bit % bitsInByte);
+        bit = path.bit % bitsInByte;
         offsetBytes = WrapAdd(offsetBytes, path.bit / bitsInByte);
     }
-    text += "\t;runtime array address\n";
-    text += "\tPUSH&" + GetTypeSuffix(path.pType) + "[" + area + FormatText("%d]", ToOffset(offsetBytes)) + bitText +
-            "\t;&" + path.text + "\n";
+    text.Append("\t;runtime array address\n");
+    text.Append("\tPUSH&", SuffixOf(path.pType), MemoryPlace{area, ToOffset(offsetBytes), bit}, "\t;&", path.text, '\n');
 }
 
 //	PUSH(INT)	[global+0]	;i
 //	ADDRESS(INT) 2 1 5
 //
 // Kept: the elements of the path's last array decide for all subscripts whether strides count bits.
-void CCodeGeneration::GenerateRuntimeSubscripts(const AccessPath& path, std::string& text)
+void CCodeGeneration::GenerateRuntimeSubscripts(const AccessPath& path, TextBuffer& text)
 {
     const std::string_view mnemonic = path.HasBoolElements() ? "\tADDRESSBIT" : "\tADDRESS";
     for (const RuntimeSubscript& subscript : path.subscripts) {
@@ -362,9 +360,7 @@ void CCodeGeneration::GenerateRuntimeSubscripts(const AccessPath& path, std::str
             if (count > 1 && MissesElements(subscript, i))
                 m_Norvane.m_Notes.Add(Note::NestedSubscripts, subscript.pList->location);
             GenerateNode(pExpression, text);
-            text += mnemonic;
-            text += GetNodeSuffix(pExpression);
-            AppendFormat(text, " %d %d %d\n", ToOffset(stride), bounds.m_Low, bounds.m_High);
+            text.Append(mnemonic, SuffixOf(pExpression), ' ', ToOffset(stride), ' ', bounds.m_Low, ' ', bounds.m_High, '\n');
         }
     }
 }

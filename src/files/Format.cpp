@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <charconv>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
@@ -41,7 +42,14 @@ void AppendFormat(std::string& text, const char* format, ...)
 
 std::string FormatReal(double value)
 {
-    return std::isnan(value) ? "nan" : FormatText("%f", value);
+    if (std::isnan(value)) return "nan";
+    constexpr int decimals = 6;
+    // The largest has 309 digits in front of its point, and a sign.
+    constexpr std::size_t most = std::numeric_limits<double>::max_exponent10 + decimals + 3;
+    char text[most];
+    const std::to_chars_result end = std::to_chars(text, text + most, value, std::chars_format::fixed, decimals);
+    assert(end.ec == std::errc() && "the longest real has room");
+    return std::string(text, end.ptr);
 }
 
 static bool IsControlCharacter(char c)

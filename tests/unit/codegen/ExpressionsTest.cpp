@@ -63,23 +63,23 @@ TEST_F(ExpressionsTest, AStringLiteralPushesItsBytes)
     CNorvane norvane;
     CNode* pString = MakeLeaf(STR_DIR);
     pString->szString = "A;\xE9";
-    std::string text;
+    TextBuffer text;
     norvane.m_Code.GenerateNode(pString, text);
-    EXPECT_EQ(text, "\tPUSH65 ;A\n\tPUSH59 ;;\n\tPUSH-23 ;\xE9\n\n");
+    EXPECT_EQ(text.View(), "\tPUSH65 ;A\n\tPUSH59 ;;\n\tPUSH-23 ;\xE9\n\n");
 
     pString->szString = {};
-    text.clear();
+    text.Clear();
     norvane.m_Code.GenerateNode(pString, text);
-    EXPECT_EQ(text, "\n");
+    EXPECT_EQ(text.View(), "\n");
 }
 
 TEST_F(ExpressionsTest, AKindWithoutTextGivesTheLineEnd)
 {
     EXPECT_EQ(Program("", ";"), Mark(2) + "\n");
     CNorvane norvane;
-    std::string text;
+    TextBuffer text;
     norvane.m_Code.GenerateNode(MakeLeaf(TIME_DIR), text);
-    EXPECT_EQ(text, "\n");
+    EXPECT_EQ(text.View(), "\n");
 }
 
 TEST_F(ExpressionsTest, IsFalseAndIsTrueLiteral)
@@ -248,21 +248,21 @@ TEST_F(ExpressionsTest, AFalseLeftOfAndGeneratesNoRightSide)
     CNode* pCall = MakeLeaf(FUNCTION_CALL, pBool);
     pCall->pPou = &function;
 
-    std::string text;
+    TextBuffer text;
     norvane.m_Code.GenerateNode(MakeTree(AND, {MakeLeaf(FALSE, pBool), pCall}, pBool), text);
-    EXPECT_EQ(text, "\t;and\n\tPUSH(BOOL)\t0\n");
+    EXPECT_EQ(text.View(), "\t;and\n\tPUSH(BOOL)\t0\n");
     EXPECT_TRUE(caller.m_Callees.empty());
     EXPECT_EQ(norvane.m_Code.m_Label.m_Counter, 0);
 
-    text.clear();
+    text.Clear();
     norvane.m_Code.GenerateNode(MakeTree(OR, {MakeLeaf(TRUE, pBool), pCall}, pBool), text);
-    EXPECT_EQ(text, "\t;or\n\tPUSH(BOOL)\t1\n");
+    EXPECT_EQ(text.View(), "\t;or\n\tPUSH(BOOL)\t1\n");
     EXPECT_TRUE(caller.m_Callees.empty());
 
     norvane.m_BooleanShortcut = false;
-    text.clear();
+    text.Clear();
     norvane.m_Code.GenerateNode(MakeTree(AND, {MakeLeaf(FALSE, pBool), pCall}, pBool), text);
-    EXPECT_EQ(text, "\t;and\n\tPUSH(BOOL)\t0\n\tJSR FUNCTION_f\n\tAND(BOOL)\n\n");
+    EXPECT_EQ(text.View(), "\t;and\n\tPUSH(BOOL)\t0\n\tJSR FUNCTION_f\n\tAND(BOOL)\n\n");
     EXPECT_EQ(caller.m_Callees, std::vector<CPou*>{&function});
 }
 
@@ -272,9 +272,9 @@ TEST_F(ExpressionsTest, ADecidedNodeEndsTheLeftChain)
     LoadTarget(norvane);
     CType* pBool = norvane.m_DataTypes.FindType("BOOL");
     CNode* pInner = MakeTree(AND, {MakeLeaf(FALSE, pBool), MakeLeaf(TRUE, pBool)}, pBool);
-    std::string text;
+    TextBuffer text;
     norvane.m_Code.GenerateNode(MakeTree(XOR, {pInner, MakeLeaf(TRUE, pBool)}, pBool), text);
-    EXPECT_EQ(text, "\t;and\n\tPUSH(BOOL)\t0\n\tPUSH(BOOL)\t1\n\tXOR(BOOL)\n");
+    EXPECT_EQ(text.View(), "\t;and\n\tPUSH(BOOL)\t0\n\tPUSH(BOOL)\t1\n\tXOR(BOOL)\n");
 }
 
 // ---- Power, shifts, and the functions of the language
@@ -335,9 +335,9 @@ TEST_F(ExpressionsTest, MinAndMax)
 TEST_F(ExpressionsTest, MaxOfOneArgumentIsTheArgument)
 {
     CNorvane norvane;
-    std::string text;
+    TextBuffer text;
     norvane.m_Code.GenerateNode(MakeTree(MAX, {MakeTree(EXP_LIST, {MakeLeaf(TRUE)})}), text);
-    EXPECT_EQ(text, "\tPUSH(BOOL)\t1\n\n");
+    EXPECT_EQ(text.View(), "\tPUSH(BOOL)\t1\n\n");
 }
 
 TEST_F(ExpressionsTest, Limit)
@@ -437,7 +437,7 @@ TEST_F(ExpressionsTest, System)
 TEST_F(ExpressionsTest, AMissingOperandIsAFault)
 {
     CNorvane norvane;
-    std::string text;
+    TextBuffer text;
     EXPECT_EXIT(norvane.m_Code.GenerateNode(MakeLeaf('+'), text), testing::ExitedWithCode(3), "internal fault: ");
     EXPECT_EXIT(norvane.m_Code.GenerateNode(MakeLeaf(NOT), text), testing::ExitedWithCode(3), "internal fault: ");
     EXPECT_EXIT(norvane.m_Code.GenerateNode(nullptr, text), testing::ExitedWithCode(3), "internal fault: ");
@@ -462,8 +462,8 @@ TEST_F(ExpressionsTest, AHundredThousandShortcuts)
     CType* pBool = norvane.m_DataTypes.FindType("BOOL");
     CNode* pChain = MakeLeaf(NOP, pBool);
     for (int i = 1; i < terms; ++i) pChain = MakeTree(AND, {pChain, MakeLeaf(NOP, pBool)}, pBool);
-    std::string text;
+    TextBuffer text;
     norvane.m_Code.GenerateNode(pChain, text);
     EXPECT_EQ(norvane.m_Code.m_Label.m_Counter, terms - 1);
-    EXPECT_EQ(text.substr(text.size() - 13), "\tLABEL0001:\n\n") << "the outermost node drew the first label";
+    EXPECT_EQ(text.View().substr(text.GetSize() - 13), "\tLABEL0001:\n\n") << "the outermost node drew the first label";
 }

@@ -55,9 +55,9 @@ protected:
 
     std::string Generate(const CVariable& variable)
     {
-        std::string text;
+        TextBuffer text;
         norvane.m_Code.GenerateVariableInit(&variable, text);
-        return text;
+        return std::string(text.View());
     }
 
     static std::unique_ptr<CMember> MakeMember(const std::string& name, CType* pType, std::int32_t offset)

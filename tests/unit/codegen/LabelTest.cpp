@@ -24,6 +24,26 @@ TEST(LabelTest, FormatsAnyNumber)
     EXPECT_EQ(CLabel::FormatLabel(123456), "LABEL123456");
 }
 
+TEST(LabelTest, IsANumberUntilItIsWritten)
+{
+    CLabel labels;
+    const Label first = labels.Draw();
+    EXPECT_EQ(first.number, 1);
+    EXPECT_EQ(MakeText("\tJMP ", first, '\n'), "\tJMP LABEL0001\n");
+    EXPECT_EQ(MakeText(Label{10}, Label{999}, Label{1000}, Label{9999}, Label{2147483647}),
+              "LABEL0010LABEL0999LABEL1000LABEL9999LABEL2147483647");
+}
+
+TEST(LabelTest, NoLabelIsNoText)
+{
+    CLabel labels;
+    EXPECT_TRUE(labels.FindExit().IsNone());
+    EXPECT_EQ(MakeText("\tJMP ", Label{}, '\n'), "\tJMP \n");
+    labels.NewLabel();
+    labels.PushExitLabel();
+    EXPECT_EQ(labels.FindExit(), Label{1});
+}
+
 TEST(LabelTest, DrawsTheReturnLabelOnce)
 {
     CLabel labels;

@@ -45,9 +45,9 @@ TEST_F(StatementsTest, AMarkNamesTheFirstSourceOfTheName)
             pStatement->location.szFile = szFile;
             pList->AddChild(pStatement);
         }
-        std::string text;
+        TextBuffer text;
         norvane.m_Code.GenerateStatementList(pList, text);
-        return text;
+        return std::string(text.View());
     };
     norvane.m_SourceFiles = {"a.st", "b.st"};
     EXPECT_EQ(marks({"a.st", "b.st", "b.st", "a.st"}),
@@ -144,9 +144,9 @@ protected:
         CNode* pNode = Leaf(ASSIGN);
         pNode->AddChild(pTarget);
         pNode->AddChild(pValue);
-        std::string text;
+        TextBuffer text;
         norvane.m_Code.GenerateNode(pNode, text);
-        return text;
+        return std::string(text.View());
     }
 
     CNorvane norvane;

@@ -26,9 +26,9 @@ class VariableAccessTest : public CodeFixture
 protected:
     std::string Accessed(CNorvane& norvane, const CNode* pNode, AccessMode mode)
     {
-        std::string text;
+        TextBuffer text;
         norvane.m_Code.GenerateVariableAccess(pNode, mode, text);
-        return text;
+        return std::string(text.View());
     }
 };
 
@@ -426,9 +426,9 @@ TEST_F(VariableAccessTest, FormsOfMemberAccess)
     const auto access = [this, &norvane](CVariable& variable, FbAccessForm form) {
         CNode* pNode = MakeLeaf(IDENTIFIER, variable.m_Type);
         pNode->pVariable = &variable;
-        std::string text;
+        TextBuffer text;
         norvane.m_Code.GenerateFbMemberAccess(pNode, form, text);
-        return text;
+        return std::string(text.View());
     };
     EXPECT_EQ(access(scalar, FbAccessForm::Push), "\tPUSH(DWORD) [local+4]\t;&n");
     EXPECT_EQ(access(scalar, FbAccessForm::Pop), "\tPOP(INT) [local+4]\t;n");
