@@ -19,10 +19,16 @@ CCodeGeneration::CCodeGeneration(CNorvane& norvane)
 
 CCodeGeneration::~CCodeGeneration() = default;
 
+std::int64_t CCodeGeneration::GetPosition() const
+{
+    return m_WrittenBytes + static_cast<std::int64_t>(m_Text.GetSize());
+}
+
 void CCodeGeneration::FlushText()
 {
     if (!m_Output) InternalFault("text is written while no output is open");
     m_Output->Write(m_Text.View());
+    m_WrittenBytes += static_cast<std::int64_t>(m_Text.GetSize());
     m_Text.Clear();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "codegen/BlockExtents.h"
 #include "codegen/Label.h"
 #include "files/TextBuffer.h"
 
@@ -150,6 +151,7 @@ public:
     CPou* m_CurrentFb = nullptr;              // the function block whose body is being generated, else null
     CType* m_PointerType = nullptr;           // the target's pointer type
     CLabel m_Label;
+    CBlockExtents m_Blocks;                   // in the temporary output
     std::string_view m_Area;                  // area prefix of the variable being initialised
     OutputTextFile* m_Output = nullptr;       // the temporary output, not owned
 
@@ -163,6 +165,7 @@ private:
     TypeSuffix SuffixOf(const CNode* pNode) const;
     TypeSuffix PointerSuffix() const;
     VariableOperand OperandOf(const CVariable* pVariable) const;
+    std::int64_t GetPosition() const;                             // bytes of the output up to here
     void FlushText();                                             // writes out what is under construction
     // The same where it is large. A text of its own, as that of a CASE's arms, waits for its place.
     void FlushLarge(const TextBuffer& text);
@@ -275,6 +278,7 @@ private:
     void EndFrame(const CNode* pNode);            // the notes drawn since then are the POU's; its scope ends
     void WritePouHeader(const CPou* pPou);
     void WritePouEnd();
+    void WriteTargetText(std::string_view text);  // behind a tab, and a line end
     void WriteFunctionFrame(CNode* pNode);
     void WriteFunctionBlockFrame(CNode* pNode);
     void WriteProgramFrame(CNode* pNode);
@@ -326,6 +330,7 @@ private:
     static void WriteSigns(XmlStream& stream, const DebugSigns& signs);
 
     TextBuffer m_Text;                            // under construction: of the POU in progress, as far as it isn't written
+    std::int64_t m_WrittenBytes = 0;              // what has been flushed
     CNorvane& m_Norvane;
     CErrorHandler* m_ErrorHandler;
     CMemoryHandler* m_MemoryHandler;

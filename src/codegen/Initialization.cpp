@@ -302,6 +302,7 @@ void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::
     if (!m_Text) return;
     if (type.IsBool() && bit != frame.pStruct->GetBoolBit(&member)) Draw(Note::OtherBit);
     NoteReal(type, pValue);
+    m_Code.m_Blocks.NoteForeignText(value);   // a text's bytes come as they are
     m_Text->Append("\tPUSH", TypeSuffix{type.m_Name}, frame.pInit ? "\t" : " \t", value, '\n');
     AppendStore(type, offset, storedBit);
 }
@@ -418,6 +419,7 @@ void CInitWalk::WriteElement(const CType& type, std::string_view value, std::int
 {
     const std::size_t nameLength = m_Name.size();
     m_Name += "[" + std::to_string(element) + "]";
+    m_Code.m_Blocks.NoteForeignText(value);
     m_Text->Append("\tPUSH", TypeSuffix{type.m_Name}, " \t", value, '\n');
     AddStores(1);
     AppendStore(type, position, bit);

@@ -45,7 +45,8 @@ void CCodeGeneration::WritePouHeader(const CPou* pPou)
 {
     static constexpr std::string_view rule =
         "; ----------------------------------------------------------------------";
-    const std::string name = ShowControlCharacters(MakeText(LabelOf(pPou)));   // the target may name a program
+    const FunctionLabel label = LabelOf(pPou);
+    const std::string name = ShowControlCharacters(MakeText(label));   // the target may name a program
     const std::string file = ShowControlCharacters(pPou->m_Location.szFile ? pPou->m_Location.szFile : "");
 
     m_Text.Append("\n\n");
@@ -53,6 +54,7 @@ void CCodeGeneration::WritePouHeader(const CPou* pPou)
     m_Text.Append("; ", GetPouKindName(pPou), ": ", name, ",\t file ", file);
     m_Text.Append(",\t line ", pPou->m_Location.nFirstLine, '\n');
     m_Text.Append(rule, '\n');
+    if (!pPou->IsProgram()) m_Blocks.Begin(*pPou, label.form, GetPosition());
     // A function block is called like a function, so its label begins like one.
     m_Text.Append(pPou->IsProgram() ? "PROGRAM_" : "FUNCTION_", name, ":\n");
     m_Text.Append("\n\n");
@@ -63,8 +65,15 @@ void CCodeGeneration::WritePouHeader(const CPou* pPou)
 void CCodeGeneration::WritePouEnd()
 {
     m_Text.Append("\tDBI POU_END\n");
+    m_Blocks.End(GetPosition());
     m_Text.Append('\n');
     FlushText();
+}
+
+void CCodeGeneration::WriteTargetText(std::string_view text)
+{
+    m_Blocks.NoteForeignText(text);
+    m_Text.Append('\t', text, '\n');
 }
 
 std::int32_t CCodeGeneration::GetLocalBytes() const
@@ -366,7 +375,7 @@ void CCodeGeneration::WriteProgramFrame(CNode* pNode)
     WritePouHeader(pProgram);
     m_Text.Append("\tDBI POU_BEGIN\n");
     m_Text.Append('\n');
-    m_Text.Append('\t', pProgram->m_Begin, '\n');   // a line with only a tab if the target sets no text
+    WriteTargetText(pProgram->m_Begin);   // a line with only a tab if the target sets no text
 
     pProgram->m_LocalSize = GetLocalBytes();   // a program lists no variables: only the size counts
     m_Text.Append("\tLOCALSET ", pProgram->m_Id, " ; ", pProgram->m_LocalSize, " bytes size\n");
@@ -392,7 +401,7 @@ void CCodeGeneration::WriteProgramFrame(CNode* pNode)
     m_Text.Append("\t;Program body\n");
     WriteBody(pNode);
     WriteReturnLabel();
-    m_Text.Append('\t', pProgram->m_End, '\n');
+    WriteTargetText(pProgram->m_End);
     m_Text.Append("\tRTS\n");
     WritePouEnd();
     m_Label.ClearReturnLabel();
@@ -412,7 +421,7 @@ void CCodeGeneration::WriteAutomaticPrograms()
         m_Text.Append("\tLOCALSET ", pProgram->m_Id, " ; ", pProgram->m_LocalSize, " bytes used\n");
         WriteInitializationCalls(pProgram);
         m_Text.Append('\n');
-        m_Text.Append('\t', pProgram->m_End, '\n');
+        WriteTargetText(pProgram->m_End);
         m_Text.Append("\tRTS\n");
         WritePouEnd();
     }

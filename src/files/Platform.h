@@ -41,6 +41,7 @@ struct FileIdentity
     auto operator<=>(const FileIdentity&) const = default;
 };
 std::optional<FileIdentity> GetFileIdentity(const char* name);
+bool SetFileMode(const char* name, unsigned mode);
 unsigned GetFileMode(const char* name);                      // permission bits; those of a new file if there is none
 
 // ---- Time

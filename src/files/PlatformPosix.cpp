@@ -115,6 +115,11 @@ std::optional<FileIdentity> GetFileIdentity(const char* name)
     return FileIdentity{status.st_dev, status.st_ino};
 }
 
+bool SetFileMode(const char* name, unsigned mode)
+{
+    return chmod(name, static_cast<mode_t>(mode)) == 0;
+}
+
 unsigned GetFileMode(const char* name)
 {
     struct stat status;

@@ -89,6 +89,17 @@ void ForgetTemporaryFile(const std::string& name)
     if (TemporaryFile* pFile = Find(name)) pFile->isOurs = false;
 }
 
+bool MoveTemporaryFile(const std::string& name, const std::string& otherName)
+{
+    const HoldSignals hold;
+    TemporaryFile* pFile = Find(name);
+    const char* szOther = otherName.c_str();
+    if (!pFile || !Find(otherName) || !SetFileMode(name.c_str(), GetFileMode(szOther))) return false;
+    if (!RenameFile(name.c_str(), szOther)) return false;
+    pFile->isOurs = false;
+    return true;
+}
+
 void KeepTemporaryFileAs(const std::string& name, const std::string& keptName)
 {
     if (keptName == name) {

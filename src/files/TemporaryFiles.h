@@ -14,6 +14,9 @@ bool MakeTemporaryFileNamed(const std::string& name);
 std::string MakeTemporaryLink(const std::string& name);
 // From now on the file is left alone, since it has become something else.
 void ForgetTemporaryFile(const std::string& name);
+// The first takes the place of the second, whose permission bits it gets; its own name is gone then. False where that
+// can't be, as on another file system, or where one of them is no file of ours: both are still there.
+bool MoveTemporaryFile(const std::string& name, const std::string& otherName);
 // The file isn't removed but gets this name where it would have been, over an earlier file.
 void KeepTemporaryFileAs(const std::string& name, const std::string& keptName);
 // False if it is still there.

@@ -194,8 +194,9 @@ public:
     // Writes the sources into the file of -l. False if that file can't be written; what is wrong with its
     // contents is reported as an error.
     bool StoreLibrary(std::string_view sources);
-    // Copies the temporary text to another file, unused functions and function blocks as comments. False if that
-    // could not be written as a whole. When it takes its place is not decided here.
+    // Makes the other file of the temporary text, with unused functions and function blocks as comments; where all are
+    // used the one may become the other. False if that could not be written as a whole. When it takes its place is not
+    // decided here.
     bool MergeOutput(const std::string& temporaryName, const std::string& outputName);
 
 private:

@@ -78,3 +78,33 @@ TEST(TemporaryFiles, ThatCannotKeepTheirNewNameGo)
     RemoveTemporaryFiles();
     EXPECT_EQ(directory.CountEntries(), 0);
 }
+
+TEST(TemporaryFiles, OneTakesThePlaceOfAnother)
+{
+    const TemporaryDirectory directory;
+    const std::string first = MakeTemporaryFile(directory.Name("a"), 0600);
+    const std::string second = MakeTemporaryFile(directory.Name("b"), 0640);
+    std::ofstream(first) << "first";
+    EXPECT_TRUE(MoveTemporaryFile(first, second));
+    EXPECT_FALSE(FileExists(first));
+    EXPECT_EQ(directory.Read(std::filesystem::path(second).filename().string()), "first");
+    EXPECT_EQ(GetMode(second), 0640u);
+    // A file that somebody else makes under the free name is nothing of ours any more.
+    std::ofstream(first) << "foreign";
+    RemoveTemporaryFiles();
+    EXPECT_TRUE(FileExists(first));
+    EXPECT_FALSE(FileExists(second));
+}
+
+TEST(TemporaryFiles, OnlyOnesOfOursAreMoved)
+{
+    const TemporaryDirectory directory;
+    const std::string ours = MakeTemporaryFile(directory.Name("a"), 0600);
+    const std::string other = directory.Make("other", "kept");
+    EXPECT_FALSE(MoveTemporaryFile(ours, other));
+    EXPECT_FALSE(MoveTemporaryFile(other, ours));
+    EXPECT_FALSE(MoveTemporaryFile(ours, directory.Name("none")));
+    EXPECT_EQ(directory.Read("other"), "kept");
+    EXPECT_TRUE(FileExists(ours));
+    RemoveTemporaryFiles();
+}
