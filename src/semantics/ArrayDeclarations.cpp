@@ -65,7 +65,7 @@ void CNorvane::AddArrayTypes(const CNode* pList, CType* pElement, CTypeArray* pA
 
 // Elements without a value of their own don't start with the default of a type that the user named, unless it is
 // what the array's value has been made of.
-static bool LosesDefault(const CType& element, const CArrayOfArrayIndex& index, const CInitValue* pInit)
+bool CNorvane::LosesDefault(const CType& element, const CArrayOfArrayIndex& index, const CInitValue* pInit)
 {
     const bool isNamed = element.m_IsAlias || element.IsArrayUser();
     if (!isNamed || IsBlank(element.m_InitValue.get())) return false;

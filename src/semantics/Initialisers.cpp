@@ -234,6 +234,7 @@ void CNorvane::DeclareWithInit(CNode* pList, CType* pType, CNode* pValue)
         const CTypeArrayUser* pUser = pType->AsArrayUser();
         if (!pUser || !CheckArrayInit(pUser->m_ElementType, pValue, pUser->m_Index.get(), 0)) return;
         pInit = BuildInitArray(pUser->m_ElementType, pValue);
+        if (LosesDefault(*pUser->m_Element, *pUser->m_Index, pInit.get())) NoteDroppedValue(pList);
     } else {
         pInit = MakeVariableValue(pList, pBase, pValue);
         if (!pInit && !StartsWithZero(pValue, m_PouKind)) NoteDroppedValue(pList);

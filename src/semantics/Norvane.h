@@ -234,6 +234,7 @@ private:
     std::unique_ptr<CInitValue> MakeVariableValue(CNode* pList, CType* pType, CNode* pValue);
     bool CheckInitType(const CType* pDeclared, const CNode* pValue, const SourceLocation& where);
     bool CheckInitElement(CType* pElement, CNode* pValue);
+    static bool LosesDefault(const CType& element, const CArrayOfArrayIndex& index, const CInitValue* pInit);
     void NoteDroppedValue(const CNode* pList);                                  // of the declared names
     bool CheckStructMember(const CMember& member, const CNode* pName, CNode* pValue);
     bool GetRepeatCount(const CNode* pNode, std::int64_t& value);
