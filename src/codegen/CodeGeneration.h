@@ -258,6 +258,7 @@ private:
     FbParameter DescribeFbParameter(const FbCall& call, const CNode* pNode) const;
     bool GenerateValueOrAddress(CNode* pValue, bool isAddress, TextBuffer& text);   // as GenerateVariableAccess
     void NoteNarrowMove(const FbParameter& parameter, bool isThrough);
+    bool TakesAddress(const FbParameter& parameter) const;
     bool IsFoundByPosition(const FbParameter& parameter) const;
     void NoteIndirectInstance(const FbCall& call);
     void GeneratePointedMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text);

@@ -118,15 +118,19 @@ void CCodeGeneration::NoteNarrowMove(const FbParameter& parameter, bool isThroug
     m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
 }
 
+// Where the address for an in-out is stored in the width of what it points at, that has to be an address's.
+bool CCodeGeneration::TakesAddress(const FbParameter& parameter) const
+{
+    return parameter.isAggregate || parameter.pMember->m_Type->m_SizeBits == m_PointerType->m_SizeBits;
+}
+
 // Whether an input through a pointer reaches its member all the same, and fills it.
 bool CCodeGeneration::IsFoundByPosition(const FbParameter& parameter) const
 {
     const std::int64_t slotNumber = std::int64_t{parameter.position} + 1;
     const std::int64_t taken = parameter.position == 0 ? 0 : slotNumber * m_MemoryHandler->GetPointerSlotSize();
     if (taken != parameter.pMember->m_Offset || parameter.bit > 0) return false;
-    // The address for an in-out is stored in the width of what it points at.
-    return !parameter.isInOut || parameter.isAggregate ||
-           parameter.pMember->m_Type->m_SizeBits == m_PointerType->m_SizeBits;
+    return !parameter.isInOut || TakesAddress(parameter);
 }
 
 void CCodeGeneration::NoteIndirectInstance(const FbCall& call)
@@ -198,6 +202,8 @@ void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& par
         text.Append("\tPOPI", parameter.suffix, '\n');
         break;
     case InstancePlace::BodyMemory:
+        if (parameter.isInOut && !TakesAddress(parameter))
+            m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
         text.Append("\tPOP", parameter.suffix, '\t', parameter.memory, "\t;", parameter.comment, '\n');
         break;
     case InstancePlace::BodyMember:
