@@ -41,6 +41,13 @@ static void BecomeReal(CNorvane& norvane, CNode* pNode, double value)
     norvane.CollapseNode(pNode);
 }
 
+// What two real numbers have come to. The note stands at the operator, so it comes before the node takes its operands' place.
+static void BecomeRealResult(CNorvane& norvane, CNode* pNode, double a, double b, double value)
+{
+    NoteRealOverflow(norvane.m_Notes, a, b, value, pNode->location);
+    BecomeReal(norvane, pNode, value);
+}
+
 static void BecomeBoolean(CNorvane& norvane, CNode* pNode, bool value)
 {
     pNode->nKind = value ? TRUE : FALSE;
@@ -124,7 +131,7 @@ static void DivideReals(CNorvane& norvane, CNode* pNode, double a, double b)
         RefuseZeroDivisor(norvane, pNode);
         return;
     }
-    BecomeReal(norvane, pNode, a / b);
+    BecomeRealResult(norvane, pNode, a, b, a / b);
 }
 
 static void FoldReals(CNorvane& norvane, CNode* pNode, double a, double b)
@@ -134,9 +141,9 @@ static void FoldReals(CNorvane& norvane, CNode* pNode, double a, double b)
         return;
     }
     switch (pNode->nKind) {
-    case '+': BecomeReal(norvane, pNode, a + b); break;
-    case '-': BecomeReal(norvane, pNode, a - b); break;
-    case '*': BecomeReal(norvane, pNode, a * b); break;
+    case '+': BecomeRealResult(norvane, pNode, a, b, a + b); break;
+    case '-': BecomeRealResult(norvane, pNode, a, b, a - b); break;
+    case '*': BecomeRealResult(norvane, pNode, a, b, a * b); break;
     case '/': DivideReals(norvane, pNode, a, b); break;
     default: RefuseReal(norvane, pNode); break;   // MOD, AND, OR, XOR
     }
@@ -162,7 +169,7 @@ static void FoldPower(CNorvane& norvane, CNode* pNode)
     const CNode* pExponent = pNode->Child(1);
     const double power = std::pow(ToDouble(pBase), ToDouble(pExponent));
     if (pBase->nKind == IMM_REAL) {
-        BecomeReal(norvane, pNode, power);
+        BecomeRealResult(norvane, pNode, ToDouble(pBase), ToDouble(pExponent), power);
         return;
     }
     const bool isRealExponent = pExponent->nKind == IMM_REAL;
@@ -312,6 +319,7 @@ static void FoldThreeReals(CNorvane& norvane, CNode* pNode)
         BecomeReal(norvane, pNode, std::min(c, std::max(a, b)));
         return;
     }
+    if (c != 0.0) NoteRealOverflow(norvane.m_Notes, a, b, a * b, pNode->location);
     DivideReals(norvane, pNode, a * b, c);
 }
 

@@ -77,9 +77,11 @@ void NoteComparedRange(CNotes& notes, const CType* pType, const CNode* pLiteral)
 // A value without sign is written as the signed number of its 32 bits, so either reading of them will do.
 void NoteValueRange(CNotes& notes, const CType* pType, const CInitValue* pValue, const CNode* pExpression)
 {
-    if (!pType || !pValue || !pValue->IsInteger()) return;
+    if (!pType || !pValue || !(pValue->IsInteger() || (pValue->IsReal() && pType->IsReal()))) return;
     bool isHeld = false;
-    if (pValue->IsUnsigned()) {
+    if (pValue->IsReal()) {
+        isHeld = HoldsReal(pType, pValue->GetDouble());
+    } else if (pValue->IsUnsigned()) {
         const std::int64_t value = pValue->GetUnsigned();
         isHeld = HoldsNumber(pType, value) || HoldsNumber(pType, LowBits(value));
     } else {
@@ -95,6 +97,12 @@ void NoteComparedValueRange(CNotes& notes, const CNode* pExpression)
     if (!pType || !pValue || !pValue->IsInteger()) return;
     const std::int64_t value = pValue->IsUnsigned() ? std::int64_t{pValue->GetUnsigned()} : pValue->GetInt64();
     if (!HoldsComparedNumber(pType, value)) notes.Add(Note::NumberBeyondType, pExpression->location, pType->m_Name);
+}
+
+void NoteRealOverflow(CNotes& notes, double a, double b, double result, const SourceLocation& where)
+{
+    const bool overflows = std::isfinite(a) && std::isfinite(b) && std::isinf(result);
+    if (overflows) notes.Add(Note::NumberBeyondWidth, where);
 }
 
 void NoteBeyond32Bits(CNotes& notes, std::int64_t value, const CNode* pNode)

@@ -4,6 +4,7 @@
 #include "semantics/Norvane.h"
 
 #include "semantics/Comparison.h"
+#include "semantics/NumberRange.h"
 #include "semantics/Wrapping.h"
 
 #include <cmath>
@@ -153,7 +154,7 @@ static ValuePointer FoldUnsigned(CNorvane& norvane, std::uint32_t a, const CInit
     return truth ? MakeBool(*truth) : nullptr;
 }
 
-static ValuePointer FoldReal(double a, double b, int op)
+static ValuePointer ComputeReal(double a, double b, int op)
 {
     if (op == '/' && b == 0.0) return nullptr;
     switch (op) {
@@ -166,6 +167,13 @@ static ValuePointer FoldReal(double a, double b, int op)
     }
     const std::optional<bool> truth = CompareNumbers(op, a, b);
     return truth ? MakeBool(*truth) : nullptr;
+}
+
+static ValuePointer FoldReal(CNorvane& norvane, double a, double b, int op, const SourceLocation& where)
+{
+    ValuePointer pValue = ComputeReal(a, b, op);
+    if (pValue && pValue->IsReal()) NoteRealOverflow(norvane.m_Notes, a, b, pValue->GetDouble(), where);
+    return pValue;
 }
 
 static ValuePointer FoldBool(bool a, bool b, int op)
@@ -242,7 +250,7 @@ ValuePointer CNorvane::FoldValues(const CInitValue& left, const CInitValue& righ
     switch (left.m_Kind) {
     case CInitValue::Signed: pValue = FoldSigned(*this, left.GetInt64(), right.GetInt64(), computed, where); break;
     case CInitValue::Unsigned: pValue = FoldUnsigned(*this, left.GetUnsigned(), right, computed, where); break;
-    case CInitValue::Real: pValue = FoldReal(left.GetDouble(), right.GetDouble(), computed); break;
+    case CInitValue::Real: pValue = FoldReal(*this, left.GetDouble(), right.GetDouble(), computed, where); break;
     case CInitValue::Bool: pValue = FoldBool(left.GetBool(), right.GetBool(), computed); break;
     default: break;
     }
@@ -259,7 +267,7 @@ ValuePointer CNorvane::FoldValueImmediate(const CInitValue& left, const CNode& r
     switch (left.m_Kind) {
     case CInitValue::Signed: pValue = FoldSigned(*this, left.GetInt64(), right.nValue, computed, where); break;
     case CInitValue::Unsigned: pValue = FoldWidened(*this, left.GetUnsigned(), right.nValue, computed, where); break;
-    case CInitValue::Real: pValue = FoldReal(left.GetDouble(), GetReal(right), computed); break;
+    case CInitValue::Real: pValue = FoldReal(*this, left.GetDouble(), GetReal(right), computed, where); break;
     case CInitValue::Bool: pValue = FoldBool(left.GetBool(), GetTruth(right), computed); break;
     default: break;
     }
@@ -269,11 +277,11 @@ ValuePointer CNorvane::FoldValueImmediate(const CInitValue& left, const CNode& r
 
 // Kept: on reals '-' and '/' exchange their operands, so that with a constant c "c - y" is y - c. The user hears of it
 // where that isn't the same.
-static ValuePointer FoldExchanged(CNotes& notes, double literal, double value, int op, const SourceLocation& where)
+static ValuePointer FoldExchanged(CNorvane& norvane, double literal, double value, int op, const SourceLocation& where)
 {
     const bool isSame = op == '-' ? literal == value : std::fabs(literal) == std::fabs(value);
-    if (!isSame) notes.Add(Note::OtherFold, where);
-    return FoldReal(value, literal, op);
+    if (!isSame) norvane.m_Notes.Add(Note::OtherFold, where);
+    return FoldReal(norvane, value, literal, op, where);
 }
 
 ValuePointer CNorvane::FoldImmediateValue(const CNode& left, const CInitValue& right, int op,
@@ -287,8 +295,8 @@ ValuePointer CNorvane::FoldImmediateValue(const CNode& left, const CInitValue& r
     case CInitValue::Signed: pValue = FoldSigned(*this, left.nValue, right.GetInt64(), computed, where); break;
     case CInitValue::Unsigned: pValue = FoldWidened(*this, left.nValue, right.GetUnsigned(), computed, where); break;
     case CInitValue::Real:
-        pValue = exchanged ? FoldExchanged(m_Notes, GetReal(left), right.GetDouble(), computed, where)
-                           : FoldReal(GetReal(left), right.GetDouble(), computed);
+        pValue = exchanged ? FoldExchanged(*this, GetReal(left), right.GetDouble(), computed, where)
+                           : FoldReal(*this, GetReal(left), right.GetDouble(), computed, where);
         break;
     case CInitValue::Bool: pValue = FoldBool(GetTruth(left), right.GetBool(), computed); break;
     default: break;
