@@ -25,6 +25,11 @@ CNode* CNode::Child(int i) const
     return m_Children[static_cast<std::size_t>(i)];
 }
 
+bool CNode::ComparesTruths() const
+{
+    return IsComparison(nKind) && Child(0)->IsBooleanLiteral() && Child(1)->IsBooleanLiteral();
+}
+
 // A node on the way down and the child that comes next.
 struct OpenNode
 {

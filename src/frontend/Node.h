@@ -74,6 +74,8 @@ public:
     bool IsBooleanLiteral() const { return nKind == TRUE || nKind == FALSE; }
     // An integer literal that may stand for a boolean: 0 or 1, or what NOT folds these two into.
     bool IsBooleanInteger() const { return nKind == IMM_INTEGER && nValue >= -2 && nValue <= 1; }
+    // A comparison of two boolean literals. It has no type either, but what comes out of it is a BOOL.
+    bool ComparesTruths() const;
     // A literal of time or date: it stands in the tree without a type and without a value.
     bool IsTimeLiteral() const
     {

@@ -136,6 +136,14 @@ static void TypeFreeLiteral(CNorvane& norvane, CNode* pOperand)
     if (pOperand->nKind == IMM_REAL) norvane.TypeLiteral(pOperand, norvane.m_DataTypes.FindType("REAL"));
 }
 
+// An exponent or a count without type is converted as the BOOL or whatever its literals make of it. A declaration
+// computes nothing of it.
+static void NoteUntypedOperand(CNorvane& norvane, const CNode* pOperand)
+{
+    if (pOperand->pType || pOperand->IsLiteral() || pOperand->ComparesTruths() || norvane.m_VarBlockFlags != 0) return;
+    norvane.m_Notes.Add(Note::ValueWithoutType, pOperand->location);
+}
+
 // The base decides. Kept: a typed exponent isn't looked at, whatever it is.
 static void TypePower(CNorvane& norvane, CNode* pNode)
 {
@@ -148,6 +156,7 @@ static void TypePower(CNorvane& norvane, CNode* pNode)
         RefuseOperation(norvane, pNode, pType);
         return;
     }
+    NoteUntypedOperand(norvane, pNode->Child(1));
     pNode->pType = pType;
 }
 
@@ -336,6 +345,7 @@ static void TypeShift(CNorvane& norvane, CNode* pNode)
         RefuseOperation(norvane, pNode, pValue->pType);
         return;
     }
+    NoteUntypedOperand(norvane, pNode->Child(1));
     pNode->pType = pValue->pType;
 }
 

@@ -68,7 +68,8 @@ void CNorvane::CheckAssignment(CNode* pNode)
         pRight->pType = pLeft->pType;   // also over the same type under another name
         return;
     }
-    if (!pRight->pType) m_Notes.Add(Note::ValueWithoutType, pRight->location);   // accepted without a test
+    if (!pRight->pType && !(pLeft->pType->IsBool() && pRight->ComparesTruths()))
+        m_Notes.Add(Note::ValueWithoutType, pRight->location);   // accepted without a test
     if (!pRight->pType || IsSameType(pLeft->pType, pRight->pType)) return;
     m_Errors.ErrOperatorMismatch(ASSIGN, pLeft->pType, pRight->pType, pNode->location);
     pNode->pType = m_DataTypes.m_ErrorType;
