@@ -76,6 +76,7 @@ void CNorvane::AddFunction(CNode* pNode)
     CFunction* pDeclared = pFunction.get();
     if (usesAny == 1) {
         pNode->pPou = pDeclared;
+        pDeclared->m_Used = true;   // its code stays in the output, since the table doesn't have it; so do its notes
         m_AnyFunctions.push_back(std::move(pFunction));   // no call finds it, but its tree refers to it
         return;
     }

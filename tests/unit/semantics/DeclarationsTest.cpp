@@ -399,6 +399,22 @@ TEST_F(AnyFunction, OneAnyTypeKeepsTheFunctionOutOfTheTable)
     EXPECT_TRUE(Declare({&any}, pInt)->pPou);
 }
 
+// Its code is left as it is when that of unused functions becomes a comment, so its notes are printed.
+TEST_F(AnyFunction, NotesOfAFunctionOutsideOfTheTableCount)
+{
+    CType* pInt = norvane.m_DataTypes.FindType("INT");
+    CNode* pListed = Declare({pInt}, pInt);
+    norvane.m_Notes.Add(Note::ExitOfCase, At(1, 10));
+    norvane.m_Notes.EndPou(pListed->pPou);
+    EXPECT_EQ(norvane.m_Notes.GetPrintedLines({}), "") << "nothing uses it";
+
+    CNode* pFunction = Declare({&any}, pInt);
+    norvane.m_Notes.Add(Note::ExitOfCase, At(2, 3));
+    norvane.m_Notes.EndPou(pFunction->pPou);
+    const std::string line = "(2,3) : note N24: EXIT leaves the CASE only, not the loop around it\n";
+    EXPECT_TRUE(norvane.m_Notes.GetPrintedLines({}).ends_with(line));
+}
+
 TEST_F(AnyFunction, MixedAnyTypesAreRefusedWithoutACountedError)
 {
     CType* pInt = norvane.m_DataTypes.FindType("INT");
