@@ -180,7 +180,7 @@ private:
     void GenerateShortcut(const CNode* pNode, Label label, TextBuffer& text);
     void GenerateOperation(const CNode* pNode, TextBuffer& text);
     void GeneratePower(const CNode* pNode, TextBuffer& text);
-    void GenerateConversion(const CNode* pNode, std::string_view typeName, TextBuffer& text);
+    void GenerateConversion(const CNode* pOperator, std::string_view typeName, TextBuffer& text);
     void GenerateUnary(const CNode* pNode, std::string_view mnemonic, TextBuffer& text);
     void GenerateShift(const CNode* pNode, std::string_view mnemonic, TextBuffer& text);
     void GenerateMulDiv(const CNode* pNode, TextBuffer& text);
@@ -289,6 +289,7 @@ private:
     void WriteReturnLabel();
     void WriteInitializationCalls(const CProgram* pProgram);
     bool IsUnusedMember(const CMember* pMember) const;
+    bool IsSlotRead(const CMember* pMember) const;
     std::int32_t GetLocalBytes() const;           // up to the end of the local that ends highest
     void GenerateLocalList(std::int32_t localBytes, TextBuffer& text);
     void NoteCompatibleParameters(std::int32_t localBytes);

@@ -289,6 +289,12 @@ void CCodeGeneration::GenerateShortcut(const CNode* pNode, Label label, TextBuff
     text.Append('\t', label, ":\n");
 }
 
+// A text that is pushed as none or several values where the instruction takes one.
+static bool IsLongText(const CNode* pNode)
+{
+    return pNode->nKind == STR_DIR && pNode->szString.size() != 1;
+}
+
 // The right operand and the instruction; the left operand is on the stack already.
 void CCodeGeneration::GenerateOperation(const CNode* pNode, TextBuffer& text)
 {
@@ -300,6 +306,8 @@ void CCodeGeneration::GenerateOperation(const CNode* pNode, TextBuffer& text)
     // The value of a structure or array is its address here as everywhere.
     if (IsComparison(pNode->nKind) && IsAggregate(GetNodeType(pNode->Child(0))))
         m_Norvane.m_Notes.Add(Note::AddressesCompared, pNode->location);
+    else if (IsLongText(pNode->Child(0)) || IsLongText(pNode->Child(1)))
+        m_Norvane.m_Notes.Add(Note::NoNumber, pNode->location);
     text.Append(GetOperatorMnemonic(pNode->nKind), SuffixOf(pNode->Child(0)));
     // Kept: without jumps AND and OR close their line themselves, so an empty line follows.
     if (pNode->nKind == AND || pNode->nKind == OR) text.Append('\n');
@@ -310,14 +318,16 @@ void CCodeGeneration::GeneratePower(const CNode* pNode, TextBuffer& text)
 {
     const CType* pExponent = GetNodeType(pNode->Child(1));
     const bool isReal = pExponent && pExponent->IsReal();
-    GenerateConversion(pNode->Child(1), isReal ? "REAL" : "INT", text);
+    GenerateConversion(pNode, isReal ? "REAL" : "INT", text);
     text.Append(isReal ? "\tPOWR" : "\tPOW", SuffixOf(pNode->Child(0)));
 }
 
 // Kept: decided by the type object, so an alias of the type is converted too.
-void CCodeGeneration::GenerateConversion(const CNode* pNode, std::string_view typeName, TextBuffer& text)
+void CCodeGeneration::GenerateConversion(const CNode* pOperator, std::string_view typeName, TextBuffer& text)
 {
-    const CType* pType = GetNodeType(pNode);
+    const CType* pType = GetNodeType(pOperator->Child(1));
+    if (pType && (pType->IsAggregate() || pType->IsString()))
+        m_Norvane.m_Notes.Add(Note::NoNumber, pOperator->location);
     if (pType && pType == m_Norvane.m_DataTypes.FindType(typeName)) return;
     text.Append("\tTO_", typeName, SuffixOf(pType), '\n');
 }
@@ -334,7 +344,7 @@ void CCodeGeneration::GenerateShift(const CNode* pNode, std::string_view mnemoni
 {
     GenerateNode(pNode->Child(0), text);
     GenerateNode(pNode->Child(1), text);
-    GenerateConversion(pNode->Child(1), "INT", text);
+    GenerateConversion(pNode, "INT", text);
     text.Append(mnemonic, SuffixOf(pNode->Child(0)));
 }
 

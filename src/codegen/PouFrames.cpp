@@ -255,6 +255,9 @@ void CCodeGeneration::WriteFunctionFrame(CNode* pNode)
     WritePouEnd();
 }
 
+// The slot that is filled for a block's first variable.
+static constexpr std::int64_t g_FirstSlot = 4;
+
 // A member that the body never names needs no slot: nothing is written for it.
 bool CCodeGeneration::IsUnusedMember(const CMember* pMember) const
 {
@@ -289,8 +292,15 @@ void CCodeGeneration::WriteMemberSlot(const CTypeStructFB* pStruct, int position
     if (pMember->IsInOut()) m_Text.Append("\tPUSHI", pointer, '\n');
 
     // Kept: the first slot is named 4 whatever the size of a pointer is.
-    const std::int64_t slot = position == 0 ? 4 : GetSlotOffset(position);
+    const std::int64_t slot = position == 0 ? g_FirstSlot : GetSlotOffset(position);
     m_Text.Append("\tPOP", pointer, "[local+", slot, "]\t;", pMember->m_Name, "\n\n");
+}
+
+// An external variable has a slot too, but the body means the global by its name.
+bool CCodeGeneration::IsSlotRead(const CMember* pMember) const
+{
+    const CVariable* pVariable = m_Norvane.m_LocalSymbols.Find(pMember->m_Name);
+    return pVariable && pVariable->m_IsUsed;
 }
 
 // Whether the slots that are filled and read lie in the block's local memory.
@@ -330,6 +340,8 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     m_Text.Append("\tPOP", pointer, "[local+0]\t;FB_INSTANCE\n\n");
     const int memberCount = static_cast<int>(pStruct->m_Members.size());
     for (int k = 0; k < memberCount; ++k) WriteMemberSlot(pStruct, k);
+    if (GetSlotOffset(0) != g_FirstSlot && IsSlotRead(pStruct->m_Members.front().get()))
+        m_Norvane.m_Notes.Add(Note::FirstSlot, pNode->Child(0)->location, pPou->m_Name);
     if (!DoSlotsFit(pStruct, pPou->m_LocalSize))
         m_Norvane.m_Notes.AddInTarget(Note::PointerAlignment, m_PointerType->m_Name);
     if (memberCount == 1 && !IsUnusedMember(pStruct->m_Members.front().get()))

@@ -321,6 +321,10 @@ bool CCompileDriver::CompileSource(const std::string& name, const std::string& f
         m_Norvane.m_Code.m_Output = nullptr;
         return false;
     }
+    if (IsInsideComment()) {
+        const SourceLocation nowhere{0, 0, 0, 0, g_CurrentFileName};
+        m_Norvane.m_Notes.AddOutsidePou(Note::OpenComment, nowhere);
+    }
     yyparse();          // its result doesn't matter: the error count decides
     yylineno = 1;
     nColumn = 0;        // kept: only the first file's first line begins at column 1

@@ -46,6 +46,8 @@ bool OpenScannerInput(const std::string& name, std::string* pCopy);
 // The text that the next yylex reads from its start. CR before LF must have been dropped already. Neither
 // the start condition nor line and column change: an open comment goes on in the next file.
 void SetScannerInput(std::string text);
+// Whether the last file ended inside a comment, in which the next one begins.
+bool IsInsideComment();
 // Back to the first start condition: outside comments and strings.
 void ResetStartCondition();
 // Closes the file and drops the text; the next call of yylex sees an empty input.

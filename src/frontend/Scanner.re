@@ -70,6 +70,11 @@ static void DropString()
     pCurrentString = nullptr;
 }
 
+bool IsInsideComment()
+{
+    return g_Condition == yycIN_COMMENT;
+}
+
 void ResetStartCondition()
 {
     if (g_Condition == yycIN_STRING) DropString();

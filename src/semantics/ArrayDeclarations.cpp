@@ -57,6 +57,7 @@ std::unique_ptr<CInitValue> CNorvane::MakeArrayValue(CType* pElement, CTypeArray
 void CNorvane::AddArrayTypes(const CNode* pList, CType* pElement, CTypeArray* pArray, const CInitValue* pInit)
 {
     for (const CNode* pName : pList->m_Children) {
+        if (!m_PendingIndex) m_Notes.Add(Note::OnlyFirstIsArray, pName->location, pName->GetName());
         auto pType = std::make_unique<CTypeArrayUser>(std::string(pName->GetName()), pElement, pArray, std::move(m_PendingIndex));
         if (pInit) pType->m_InitValue = pInit->Clone();
         m_DataTypes.AddType(std::move(pType));

@@ -178,14 +178,17 @@ void CNorvane::AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit)
     if (pInit && JoinsParameters()) WarnInitialisedParameter(pName->location);
     pVariable->m_InitValue = CloneOrNull(pValue);
     pName->pInit = m_Nodes.KeepValue(CloneOrNull(pValue));
-    if (m_VarBlockFlags & InVarExternal) NoteExternalValue(*pVariable);
+    if (m_VarBlockFlags & InVarExternal) NoteExternal(*pVariable);
     EnterVariable(std::move(pVariable));
 }
 
-// The name means the global, which starts with its own value.
-void CNorvane::NoteExternalValue(const CVariable& variable)
+// The name means the global, which starts with its own value and is what its own declaration says.
+void CNorvane::NoteExternal(const CVariable& variable)
 {
     const CVariable* pGlobal = m_GlobalSymbols.Find(variable.m_Name);
+    const bool areArrays = pGlobal && variable.IsArray() && pGlobal->IsArray();   // each declaration makes its own type
+    if (pGlobal && !areArrays && !IsSameType(variable.m_Type, pGlobal->m_Type))
+        m_Notes.Add(Note::OtherGlobal, variable.m_Location, variable.m_Name);
     const CInitValue* pGlobalValue = pGlobal ? pGlobal->m_InitValue.get() : nullptr;
     if (!IsSameInit(variable.m_InitValue.get(), pGlobalValue) && variable.m_InitValue)
         m_Notes.Add(Note::ValueDropped, variable.m_Location, variable.m_Name);

@@ -67,6 +67,14 @@ bool CNorvane::BuildInitElement(CType* pType, CNode* pNode, std::unique_ptr<CIni
     return true;
 }
 
+// Whether a value was found, and is one that the element can start with: a number sets no structure or array. One of
+// those may have no value, then it starts with zeros.
+static bool SuitsElement(const CType* pElement, const CInitValue* pInit, const CNode* pNode)
+{
+    if (!IsAggregate(pElement)) return pInit != nullptr;
+    return pInit ? pInit->IsArray() || pInit->IsStruct() : IsAggregate(pNode->pType);
+}
+
 // A DUP stands directly before the element that it repeats.
 std::unique_ptr<CInitValue> CNorvane::BuildInitArray(CType* pType, const CNode* pList)
 {
@@ -81,7 +89,7 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitArray(CType* pType, const CNode* 
         }
         std::unique_ptr<CInitValue> pInit;
         const bool isBuilt = BuildInitElement(pArrayType->m_Element, pChild, pInit);
-        if (!isBuilt || (!pInit && !IsAggregate(pArrayType->m_Element)))
+        if (!isBuilt || !SuitsElement(pArrayType->m_Element, pInit.get(), pChild))
             m_Notes.Add(Note::ValueDropped, pList->location, "an element");
         if (!isBuilt) continue;
         pArray->Add(std::move(pInit), NarrowCount(repeat));

@@ -230,9 +230,13 @@ void CNorvane::DeclareWithInit(CNode* pList, CType* pType, CNode* pValue)
         if (CheckStructInit(pBase, pValue)) pInit = BuildInitStruct(pBase, pValue);
         if (!pInit || pValue->nKind != STRUCT_INIT_LIST) NoteDroppedValue(pList);
     } else if (pValue->nKind == ARRAY_INIT_LIST) {
-        // Kept: a list that is refused leaves the names undeclared, so their uses are reported.
+        // Kept: a list that is refused leaves the names undeclared, so their uses are reported, or mean a global.
         const CTypeArrayUser* pUser = pType->AsArrayUser();
-        if (!pUser || !CheckArrayInit(pUser->m_ElementType, pValue, pUser->m_Index.get(), 0)) return;
+        if (!pUser || !CheckArrayInit(pUser->m_ElementType, pValue, pUser->m_Index.get(), 0)) {
+            for (const CNode* pName : pList->m_Children)
+                m_Notes.Add(Note::NotDeclared, pName->location, pName->GetName());
+            return;
+        }
         pInit = BuildInitArray(pUser->m_ElementType, pValue);
         if (LosesDefault(*pUser->m_Element, *pUser->m_Index, pInit.get())) NoteDroppedValue(pList);
     } else {

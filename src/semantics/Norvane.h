@@ -206,7 +206,7 @@ private:
     void AddBlockVariables(CNode* pList, CType* pType, const CInitValue* pInit);
     void AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit);
     std::unique_ptr<CVariable> MakeBlockVariable(CType*& pType, const CInitValue*& pInit);
-    void NoteExternalValue(const CVariable& variable);
+    void NoteExternal(const CVariable& variable);
     void PlaceAtAddress(CVariable& variable, const CNode* pName);
     void WarnInitialisedParameter(const SourceLocation& where);
     void EnterVariable(std::unique_ptr<CVariable> pVariable);

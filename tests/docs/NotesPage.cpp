@@ -5,7 +5,8 @@
 //   ```xml target                the target description for the examples below it in the section; without one the
 //                                compile takes the cases' own
 //
-// Sources and target description are named main.st and target.xml; behind "options=" stand options divided by commas.
+// Sources and target description are named main.st and target.xml; what stands in front of a line "--- next source" is a
+// source of its own, first.st. Behind "options=" stand options divided by commas.
 // Every note that the compiler knows must have a section with an example of each kind.
 
 #include <cstdlib>
@@ -92,10 +93,15 @@ static std::string Check(const Example& example, const fs::path& compiler, const
 {
     fs::remove_all(scratch);
     fs::create_directories(scratch);
-    WriteFile(scratch / "main.st", example.source);
+    const std::string divider = "--- next source\n";
+    const std::size_t end = example.source.find(divider);
+    const bool hasTwo = end != std::string::npos;
+    if (hasTwo) WriteFile(scratch / "first.st", example.source.substr(0, end));
+    WriteFile(scratch / "main.st", hasTwo ? example.source.substr(end + divider.size()) : example.source);
     WriteFile(scratch / "target.xml", example.target.empty() ? ReadFile(DEFAULT_TARGET) : example.target);
-    const std::string command = "cd '" + scratch.string() + "' && '" + compiler.string() + "' main.st -i target.xml " +
-                                example.options + " >.stdout 2>.stderr";
+    const std::string sources = hasTwo ? "first.st main.st" : "main.st";
+    const std::string command = "cd '" + scratch.string() + "' && '" + compiler.string() + "' " + sources +
+                                " -i target.xml " + example.options + " >.stdout 2>.stderr";
     const int result = std::system(command.c_str());
     if (!WIFEXITED(result) || WEXITSTATUS(result) != 0 || !fs::exists(scratch / "main.asm"))
         return "doesn't compile:\n" + ReadFile(scratch / ".stdout") + ReadFile(scratch / ".stderr");

@@ -111,5 +111,6 @@ TEST(NotesTest, EveryNoteHasATextAndANumberOfItsOwn)
 {
     EXPECT_EQ(static_cast<int>(Note::ValueWithoutType), 1);
     EXPECT_EQ(static_cast<int>(Note::AddressIgnored), 29);
-    for (int number = 1; number <= 29; ++number) EXPECT_FALSE(CNotes::GetText(static_cast<Note>(number)).empty());
+    EXPECT_EQ(static_cast<int>(Note::NotDeclared), 34);
+    for (int number = 1; number <= 34; ++number) EXPECT_FALSE(CNotes::GetText(static_cast<Note>(number)).empty());
 }
