@@ -322,7 +322,7 @@ void CCodeGeneration::GeneratePower(const CNode* pNode, TextBuffer& text)
     text.Append(isReal ? "\tPOWR" : "\tPOW", SuffixOf(pNode->Child(0)));
 }
 
-// Kept: decided by the type object, so an alias of the type is converted too.
+// The exponent or the count of an operator. Kept: decided by the type object, so an alias of the type is converted too.
 void CCodeGeneration::GenerateConversion(const CNode* pOperator, std::string_view typeName, TextBuffer& text)
 {
     const CType* pType = GetNodeType(pOperator->Child(1));
