@@ -109,24 +109,6 @@ TEST_F(MergeOutputTest, LongBlocksAreCommentedToTheirEnd)
     EXPECT_EQ(pieces, MergeByLines());
 }
 
-TEST_F(MergeOutputTest, TheLabelSaysWhoCounts)
-{
-    // h__1 reads like a form of h, k__1 like one of k, and z__1 like one of nobody.
-    Compile("FUNCTION h : INT h := 1; END_FUNCTION\n"
-            "FUNCTION h__1 : INT h__1 := 1; END_FUNCTION\n"
-            "FUNCTION k : INT k := 1; END_FUNCTION\n"
-            "FUNCTION k__1 : INT k__1 := 1; END_FUNCTION\n"
-            "FUNCTION z__1 : INT z__1 := 1; END_FUNCTION\n");
-    Use({"h__1", "k"});
-    const std::string pieces = Merge();
-    EXPECT_NE(pieces.find(";;\tNot used\n;;\tFUNCTION_h:\n"), std::string::npos);
-    EXPECT_NE(pieces.find(";;\tNot used\n;;\tFUNCTION_h__1:\n"), std::string::npos);
-    EXPECT_NE(pieces.find("\nFUNCTION_k:\n"), std::string::npos);
-    EXPECT_NE(pieces.find("\nFUNCTION_k__1:\n"), std::string::npos);
-    EXPECT_NE(pieces.find("\nFUNCTION_z__1:\n"), std::string::npos);
-    EXPECT_EQ(pieces, MergeByLines());
-}
-
 TEST_F(MergeOutputTest, FormsOfAnOverloadedFunctionCountApart)
 {
     Compile("FUNCTION f_ : INT VAR_INPUT a : INT; END_VAR f_ := 1; END_FUNCTION\n"
@@ -138,13 +120,6 @@ TEST_F(MergeOutputTest, FormsOfAnOverloadedFunctionCountApart)
     EXPECT_NE(pieces.find("\nFUNCTION_f___1:\n"), std::string::npos);
     EXPECT_NE(pieces.find(";;\tNot used\n;;\tFUNCTION_f___2:\n"), std::string::npos);
     EXPECT_EQ(pieces, MergeByLines());
-}
-
-TEST_F(MergeOutputTest, NamesOfTheGeneratedFunctionsAreNoLabels)
-{
-    Compile("FUNCTION __GlobalInitialization__ : INT __GlobalInitialization__ := 1; END_FUNCTION\n");
-    EXPECT_EQ(Merge(), compiled.assembler);
-    EXPECT_EQ(MergeByLines(), compiled.assembler);
 }
 
 TEST_F(MergeOutputTest, AFileThatIsNotOursIsWrittenAndNotReplaced)
