@@ -400,6 +400,7 @@ bool CMachine::CheckTypes(const Instruction& instruction, std::uint8_t* top)
         fits = false;
         if (!m_Options.strict || m_Findings.size() >= g_LargestFindings) continue;
         const int number = static_cast<int>(&instruction - m_Image.m_Listing.m_Instructions.data());
+        if (!m_Reported.insert({number, i, pPushed}).second) continue;
         const CodePosition position = DescribeInstruction(number);
         m_Findings.push_back(position.file + "(" + std::to_string(position.line) + "): " + position.pou + ": " +
                              std::string(instruction.text) + " takes a cell as " + pTaken->name +

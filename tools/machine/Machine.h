@@ -9,7 +9,9 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 // Runs a program scan by scan. It is a model of the controller, not the controller: docs/machine.md tells what the
@@ -137,4 +139,5 @@ private:
     std::function<void(std::int32_t)> m_SystemPrinter;
     Trap m_Trap;
     std::vector<std::string> m_Findings;
+    std::set<std::tuple<int, int, const DebugType*>> m_Reported;   // instruction, operand and what it was pushed as
 };

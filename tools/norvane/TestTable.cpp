@@ -92,7 +92,8 @@ bool CTestTable::Read(const std::string& text, const std::string& fileName, std:
 
 std::string CTestTable::InFolder(const std::string& name) const
 {
-    return (std::filesystem::path(m_FileName).parent_path() / name).string();
+    // "tests/../a.st" and "a.st" are one source in the coverage.
+    return (std::filesystem::path(m_FileName).parent_path() / name).lexically_normal().string();
 }
 
 // "program: a.st b.st". A line without a colon is a remark.

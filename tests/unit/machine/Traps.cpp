@@ -232,6 +232,9 @@ TEST(MachineTraps, StrictFindings)
     ASSERT_EQ(machine.m_pMachine->GetFindings().size(), 1u);
     EXPECT_EQ(machine.m_pMachine->GetFindings().front(),
               "a.st(4): PROGRAM main: POP(WORD)\t[global+0] takes a cell as WORD that was pushed as INT");
+    // A place is reported once, however often it is passed.
+    EXPECT_EQ(machine.Run(), RunStatus::Finished);
+    EXPECT_EQ(machine.m_pMachine->GetFindings().size(), 1u);
     // An alias is its type, and an address of no type.
     CTestMachine clean(MakeProgram("\tPUSH(INT)\t1\n\tPOP(myint)\t[global+0]\t;w\n"
                                    "\tPUSH&(INT)\t[global+0]\t;w\n\tPUSHI(INT)\n\tPOP(INT)\t[global+2]\t;v\n"),
