@@ -53,13 +53,15 @@ for folder in "$top"/tests/cases/*/*/; do
     compare "${folder#"$top"/}"
 done
 
-while read -r source; do
+# The tables of the examples and the library name the sources that are compiled together.
+while read -r table; do
     rm -rf "$scratch/work"
     mkdir "$scratch/work"
-    cp "$(dirname "$source")"/*.st "$(dirname "$source")"/*.xml "$scratch/work" 2>/dev/null || continue
-    echo "compiler $(basename "$source") -i target.xml" >"$scratch/work/cmd"
-    compare "${source#"$top"/}"
-done < <(find "$top/examples" -name '*.st')
+    cp -r "$top/examples" "$top/share" "$scratch/work"
+    folder=$(dirname "${table#"$top"/}")
+    echo "cd $folder && compiler $(sed -n 's/^# program: *//p' "$table") -i target.xml" >"$scratch/work/cmd"
+    compare "${table#"$top"/}"
+done < <(find "$top/examples" "$top/share" -name '*.csv')
 
 options=("" "-o1" "-b" "-bs0 -cso0" "-fbo0" "-o1 -bs0 -cso0 -fbo0 -x")
 for ((seed = 1; seed <= count; ++seed)); do

@@ -41,7 +41,9 @@ change() {   # accept|refuse COMMAND
     $1 "$scratch/changed.xml" "$2"
 }
 
-accept "$source/examples/target.xml" examples/target.xml
+for target in "$source"/examples/target.xml "$source"/examples/*/target.xml "$source"/share/st/tests/target.xml; do
+    accept "$target" "${target#"$source"/}"
+done
 accept "$source/tests/cases/target.xml" tests/cases/target.xml
 
 # Spellings that the compiler takes as they are meant.

@@ -18,7 +18,7 @@ static const fs::path g_Source = SOURCE_FOLDER;
 static std::vector<std::string> FindTargets()
 {
     std::vector<std::string> files;
-    for (const std::string_view folder : {"examples", "tests/cases"})
+    for (const std::string_view folder : {"examples", "share", "tests/cases"})
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(g_Source / folder)) {
             const std::string name = fs::relative(entry.path(), g_Source).generic_string();
             const std::string parent = entry.path().parent_path().filename().string();
