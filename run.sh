@@ -31,30 +31,48 @@ if [ $# -gt 0 ]; then
     exec "$compiler" "$@"
 fi
 
+# Copies, so that the outputs lie in build/ and the commands below can be typed there.
 out=$top/build/examples
-mkdir -p "$out"
-cd "$out"
-cp "$top"/examples/*.st "$top"/examples/target.xml .
+rm -rf "$out" "$top/build/share"
+cp -r "$top/examples" "$out"
+cp -r "$top/share" "$top/build/share"
 status=0
-for source in *.st; do
+compile() {   # FOLDER SOURCE...
+    local folder=build/examples${1:+/$1}
+    cd "$top/$folder"
+    shift
     echo
-    echo "\$ compiler $source -i target.xml"
-    "$compiler" "$source" -i target.xml || status=1
+    echo "\$ cd $folder && compiler $* -i target.xml"
+    "$compiler" "$@" -i target.xml || status=1
+}
+compile '' first.st
+for table in "$out"/*/*.csv; do
+    folder=$(basename "$(dirname "$table")")
+    # Behind "# program:" a table names the sources that belong together.
+    read -ra sources < <(sed -n 's/^# program: *//p' "$table")
+    [ "$folder" = "${last:-}" ] || compile "$folder" "${sources[@]}"
+    last=$folder
 done
 echo
 echo "The compiler:  build/release/compiler"
 echo "Its outputs:   build/examples/"
-ls -- *.asm *.dbi | sed 's/^/               /'
+( cd "$out" && ls -- *.asm *.dbi */*.asm */*.dbi ) | sed 's/^/               /'
 
 # norvane needs libraries that may not be there; the compiler is done by now and stays.
 echo
 echo "Building norvane..."
 need_norvane_libraries
 if ( install_missing >&2 ) && ( cd "$top" && cmake --preset release >/dev/null ) && ( build norvane_program ); then
+    cd "$out"
+    norvane=$top/build/release/norvane
     echo
-    echo "\$ norvane run traffic_light.asm --scans 25 --set main.request=TRUE --watch main.green,main.yellow,main.red"
-    "$top/build/release/norvane" run traffic_light.asm --scans 25 --set main.request=TRUE \
-        --watch main.green,main.yellow,main.red || status=1
+    echo "\$ norvane run traffic_light/traffic_light.asm --scans 25 --watch main.green,main.yellow,main.red"
+    "$norvane" run traffic_light/traffic_light.asm --scans 25 --watch main.green,main.yellow,main.red || status=1
+    echo
+    echo "\$ norvane test motor"
+    "$norvane" test motor || status=1
+    echo
+    echo "docs/desk.md goes on from here."
 else
     echo "norvane is left out: its libraries can't be installed here."
 fi
