@@ -1,5 +1,6 @@
 #include "driver/OutputPair.h"
 
+#include "files/FileSystem.h"
 #include "files/Platform.h"
 
 #include <utility>
@@ -17,6 +18,8 @@ void OutputPair::Prepare()
 
 OutputPair::Outcome OutputPair::Replace()
 {
+    // Two runs with one output name would else take turns, and leave the text of one beside the debug file of the other.
+    const FolderLock lock(GetFolder(FollowLinks(m_TextName)).c_str());
     const HoldSignals hold;
     if (!m_Debug.KeepEarlier() || !m_Debug.TakePlace()) return Outcome::DebugFailed;
     if (m_Text.TakePlace()) return Outcome::Replaced;

@@ -7,7 +7,7 @@
 // The assembler text and the debug file of a run. They belong together: a downloading tool matches one with the
 // other, so both are replaced or none is. Each is written aside (how is nobody's business here) and checked; then
 // they take their places one directly behind the other while signals are held back, and if the second can't, the
-// first is put back. What follows the rules of FileReplacement for modes, links and devices does so for both.
+// first is put back. Runs that write the same pair wait for each other meanwhile. What follows the rules of FileReplacement for modes, links and devices does so for both.
 class OutputPair
 {
 public:

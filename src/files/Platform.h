@@ -74,3 +74,18 @@ public:
     HoldSignals(const HoldSignals&) = delete;
     HoldSignals& operator=(const HoldSignals&) = delete;
 };
+
+// Keeps other runs of this program that ask for the same folder waiting as long as it lives, over all of the machine's
+// processes. It leaves nothing in the folder. A lock that can't be had within five seconds, or not at all on that file
+// system, is gone without: it keeps honest runs apart, and must not make one hang.
+class FolderLock
+{
+public:
+    explicit FolderLock(const char* folder);
+    ~FolderLock();
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+
+private:
+    int m_Descriptor = -1;                                   // -1: gone without
+};

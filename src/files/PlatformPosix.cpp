@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -232,4 +233,21 @@ HoldSignals::HoldSignals()
 HoldSignals::~HoldSignals()
 {
     if (--g_HoldCount == 0) ChangeEndSignals(SIG_UNBLOCK);
+}
+
+FolderLock::FolderLock(const char* folder)
+    : m_Descriptor(OpenAgainIfInterrupted(folder, O_RDONLY | O_DIRECTORY))
+{
+    constexpr int attempts = 1000;
+    constexpr timespec pause = {0, 5'000'000};
+    for (int i = 0; m_Descriptor >= 0 && i < attempts; ++i) {
+        if (flock(m_Descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+        nanosleep(&pause, nullptr);
+    }
+}
+
+// The lock goes with the descriptor.
+FolderLock::~FolderLock()
+{
+    if (m_Descriptor >= 0) close(m_Descriptor);
 }

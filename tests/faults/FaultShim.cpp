@@ -1,11 +1,13 @@
 // Preloaded in front of a program, makes one call of one kind fail: FAULT_KIND says which kind, FAULT_NUMBER which
 // call of it, counted from 1. The file FAULT_MARK is made when it did. Calls for standard error are left alone, so
-// that the program can say what has happened.
+// that the program can say what has happened. FAULT_SLOW=rename takes up to ten milliseconds for each rename, not
+// always as many, so that runs beside each other overtake one another between two of them.
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -15,6 +17,7 @@
 static const char* g_szKind = nullptr;
 static const char* g_szMark = nullptr;
 static long g_CallsLeft = 0;
+static bool g_IsRenameSlow = false;
 
 [[gnu::constructor]] static void ReadOrder()
 {
@@ -22,6 +25,8 @@ static long g_CallsLeft = 0;
     g_szKind = std::getenv("FAULT_KIND");
     g_szMark = std::getenv("FAULT_MARK");
     g_CallsLeft = szNumber ? std::atol(szNumber) : 0;
+    const char* szSlow = std::getenv("FAULT_SLOW");
+    g_IsRenameSlow = szSlow && std::strcmp(szSlow, "rename") == 0;
     if (!g_szMark) g_szKind = nullptr;
 }
 
@@ -31,6 +36,13 @@ static bool Fails(const char* szKind, int error)
     syscall(SYS_close, syscall(SYS_openat, AT_FDCWD, g_szMark, O_CREAT | O_WRONLY, 0600));
     errno = error;
     return true;
+}
+
+static void WaitSomeTime()
+{
+    timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    usleep(static_cast<useconds_t>(now.tv_nsec / 100 % 10'000));
 }
 
 template <class Function> static Function* Next(Function*, const char* szName)
@@ -119,6 +131,7 @@ int fclose(FILE* pFile)
 
 int rename(const char* szFrom, const char* szTo)
 {
+    if (g_IsRenameSlow) WaitSomeTime();
     return Fails("rename", EIO) ? -1 : NEXT(rename)(szFrom, szTo);
 }
 
