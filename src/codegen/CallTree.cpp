@@ -203,5 +203,5 @@ std::string CCallTree::DescribeGrowth(const CPou& program) const
         }
     }
     if (pFork) return "; its paths multiply in POU " + pFork->pPou->m_Name;
-    return FormatText("; its calls are nested %zu deep, down to POU ", deepestLevel) + pDeepest->pPou->m_Name;
+    return "; its calls are nested " + std::to_string(deepestLevel) + " deep, down to POU " + pDeepest->pPou->m_Name;
 }

@@ -6,8 +6,6 @@
 #include "semantics/Norvane.h"
 
 #include <cstdlib>
-#include <string>
-#include <vector>
 
 // The tables of g_Norvane are made before main, and this before them.
 [[gnu::constructor(101)]] static void PrepareProcess()
@@ -21,9 +19,7 @@ int main(int argc, char** argv)
     // The run goes on to its end, reports what it could not write, and leaves nothing behind.
     IgnoreWriteSignals();
     CatchEndSignals(RemoveTemporaryFiles);
-    std::vector<std::string> arguments;
-    for (int i = 1; i < argc; ++i) arguments.emplace_back(argv[i]);
-    const int exitStatus = CCompileDriver(g_Norvane).Run(arguments);
+    const int exitStatus = CCompileDriver(g_Norvane).Run(GetArguments(argc, argv));
     RemoveTemporaryFiles();   // also those of a run that stopped early
     const bool isPrinted = FinishPrinting();
     // Taking the tables apart entry by entry would cost a tenth of the run for nothing.

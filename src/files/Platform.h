@@ -5,9 +5,12 @@
 #include <cstdint>
 #include <ctime>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 // All that the system asks of the operating system about open files, names and signals; one source file for each
-// platform. Names are bytes as the platform takes them. What says "false" or -1 has changed nothing, unless told
+// platform. Names are bytes as the platform takes them, UTF-8 where it takes no bytes. What says "false" or -1 has changed nothing, unless told
 // otherwise. None of these allocates memory where its names are C strings.
 
 // ---- Open files, by descriptor
@@ -44,6 +47,11 @@ std::optional<FileIdentity> GetFileIdentity(const char* name);
 bool SetFileMode(const char* name, unsigned mode);
 unsigned GetFileMode(const char* name);                      // permission bits; those of a new file if there is none
 
+// Where the name of the file begins in a path; the path's length if it ends with a separator.
+std::size_t FindFileName(std::string_view path);
+// Where temporary files go if nobody says otherwise, with a separator behind it.
+std::string GetDefaultTemporaryDirectory();
+
 // ---- Time
 
 // Of the last change, in seconds since the start of 1970; none for what can't be read.
@@ -54,6 +62,8 @@ bool ToUtc(std::int64_t seconds, std::tm& time);
 
 // ---- The process
 
+// Behind the program's own name. Each is a name, or whatever else was said, in the bytes that this program uses.
+std::vector<std::string> GetArguments(int argc, char** argv);
 int GetProcessNumber();
 // Opens the null device wherever standard input, output or error is closed, so that no file that is opened later
 // takes its number and gets what is printed.
@@ -87,5 +97,5 @@ public:
     FolderLock& operator=(const FolderLock&) = delete;
 
 private:
-    int m_Descriptor = -1;                                   // -1: gone without
+    std::intptr_t m_Lock = -1;                               // what the platform knows it by; -1: gone without
 };

@@ -131,6 +131,16 @@ unsigned GetFileMode(const char* name)
     return 0666 & ~mask;
 }
 
+std::size_t FindFileName(std::string_view path)
+{
+    return path.rfind('/') + 1;
+}
+
+std::string GetDefaultTemporaryDirectory()
+{
+    return "/tmp/";
+}
+
 // ---- Time
 
 std::optional<std::int64_t> GetChangeTime(const char* name)
@@ -165,6 +175,11 @@ constexpr int g_EndSignals[] = {SIGINT, SIGTERM, SIGHUP};
 void (*g_CleanUp)() = nullptr;
 
 }   // namespace
+
+std::vector<std::string> GetArguments(int argc, char** argv)
+{
+    return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
 
 int GetProcessNumber()
 {
@@ -235,13 +250,13 @@ HoldSignals::~HoldSignals()
     if (--g_HoldCount == 0) ChangeEndSignals(SIG_UNBLOCK);
 }
 
-FolderLock::FolderLock(const char* folder)
-    : m_Descriptor(OpenAgainIfInterrupted(folder, O_RDONLY | O_DIRECTORY))
+FolderLock::FolderLock(const char* folder) : m_Lock(OpenAgainIfInterrupted(folder, O_RDONLY | O_DIRECTORY))
 {
+    const int descriptor = static_cast<int>(m_Lock);
     constexpr int attempts = 1000;
     constexpr timespec pause = {0, 5'000'000};
-    for (int i = 0; m_Descriptor >= 0 && i < attempts; ++i) {
-        if (flock(m_Descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+    for (int i = 0; descriptor >= 0 && i < attempts; ++i) {
+        if (flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
         nanosleep(&pause, nullptr);
     }
 }
@@ -249,5 +264,5 @@ FolderLock::FolderLock(const char* folder)
 // The lock goes with the descriptor.
 FolderLock::~FolderLock()
 {
-    if (m_Descriptor >= 0) close(m_Descriptor);
+    if (m_Lock >= 0) close(static_cast<int>(m_Lock));
 }

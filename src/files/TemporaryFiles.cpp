@@ -57,7 +57,7 @@ template <class Make> static std::string MakePrivately(const std::string& name, 
 {
     // The last part of a path may have 255 bytes; a longer name than this is cut, to leave room for the ending.
     constexpr std::size_t longest = 230;
-    const std::size_t start = name.rfind('/') + 1;   // 0 without a directory
+    const std::size_t start = FindFileName(name);
     const std::string begin = name.substr(0, start + longest);
     static int number = 0;
     for (int attempt = 0; attempt < g_MostAttempts; ++attempt) {
@@ -141,5 +141,5 @@ void RemoveTemporaryFiles()
 std::string GetTemporaryDirectory()
 {
     const char* szDirectory = std::getenv("TMPDIR");
-    return szDirectory && *szDirectory && IsDirectory(szDirectory) ? std::string(szDirectory) + "/" : "/tmp/";
+    return szDirectory && *szDirectory && IsDirectory(szDirectory) ? std::string(szDirectory) + "/" : GetDefaultTemporaryDirectory();
 }
