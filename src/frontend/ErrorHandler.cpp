@@ -13,6 +13,76 @@
 
 #include <utility>
 
+namespace
+{
+
+// The pieces of the table that messages are composed of; one that is a whole message by itself has its number alone.
+// Some bring a blank at their front or end, as the table shows.
+enum Piece
+{
+    // What a message begins with. Those with "At" hold the place, and a message of the run has none.
+    Error = 1,
+    MismatchAt = 2,
+    WarningAt = 6,
+    OperatorMismatchAt = 8,
+    ErrorAt = 10,
+    MismatchCommaAt = 16,
+    Warning = 122,
+
+    BetweenTwo = 3,
+    NotAllowedOn = 12,
+    CannotUse = 13,
+    WithReal = 14,
+    ValueTo = 18,
+    CannotAssign = 19,
+    DoesNotTake = 21,
+    Parameters = 22,
+    Parameter = 23,
+    DoesNotMatch = 24,
+    AtPlace = 25,
+    SeeDefinitionOf = 26,
+    Found = 29,
+    Required = 30,
+    InCastArgument = 31,
+    StringTooLong = 34,
+    ExceedsDeclared = 35,
+    Chars = 36,
+    IsNotMemberOf = 41,
+    IsNotStruct = 42,
+    Variable = 43,
+    AlreadyDeclared = 44,
+    NotDeclared = 45,
+    Function = 46,
+    StringNotClosed = 47,
+    IsNotArray = 52,
+    Member = 53,
+    WrongDimension = 55,
+    TooManyInitializers = 57,
+    Elements = 58,
+    ProgramWord = 62,
+    FbWord = 63,
+    PouWord = 64,
+    CaseValue = 81,
+    CaseRange = 82,
+    AlreadyUsed = 83,
+    NotSupportedHere = 86,
+    Type = 87,
+    IsNotFb = 89,
+    InFbAssignment = 91,
+    AlreadyAssigned = 94,
+    Element = 95,
+    AlreadyInitialized = 96,
+    LocalVariable = 99,
+    InFbInvocation = 100,
+    DifferentArray = 103,
+    Global = 113,
+    Retain = 114,
+    OutOfMemory = 115,
+    Bytes = 116,
+};
+
+}   // namespace
+
 // What a message is composed of: a piece of the table by its number, or a text of this one message.
 class MessagePart
 {
@@ -24,7 +94,7 @@ public:
 
     std::string_view GetText() const { return m_Text; }
     // A message is a warning if it begins with the front piece of one; all other front pieces make errors.
-    bool BeginsWarning() const { return m_Id == 6 || m_Id == 122; }
+    bool BeginsWarning() const { return m_Id == WarningAt || m_Id == Warning; }
 
 private:
     std::string_view m_Text;   // lives at least as long as the call that composes the message
@@ -75,12 +145,12 @@ static std::string_view RootNameOf(const CNode* pNode)
     return pNode->GetName();
 }
 
-static int GetKindPiece(const CPou& pou)
+static Piece GetKindPiece(const CPou& pou)
 {
-    if (pou.IsFunction()) return 46;
-    if (pou.IsProgram()) return 62;
-    if (pou.IsFunctionBlock()) return 63;
-    return 64;
+    if (pou.IsFunction()) return Function;
+    if (pou.IsProgram()) return ProgramWord;
+    if (pou.IsFunctionBlock()) return FbWord;
+    return PouWord;
 }
 
 CErrorHandler::CErrorHandler() = default;
@@ -121,7 +191,7 @@ bool CErrorHandler::FatalTooManyErrors()
 {
     constexpr int limit = 51;
     if (GetErrorCount() < limit) return false;
-    std::unique_ptr<CError> pError = std::make_unique<CError>(Compose({1, 15}));
+    std::unique_ptr<CError> pError = std::make_unique<CError>(Compose({Error, 15}));
     pError->bFatal = true;
     Record(std::move(pError));
     return true;
@@ -131,22 +201,22 @@ bool CErrorHandler::FatalTooManyErrors()
 
 void CErrorHandler::ErrInitAny(const SourceLocation& where)
 {
-    Report(where, {10, 61});
+    Report(where, {ErrorAt, 61});
 }
 
 void CErrorHandler::ErrAnyNotAllowed(const SourceLocation& where)
 {
-    Report(where, {10, 84});
+    Report(where, {ErrorAt, 84});
 }
 
 void CErrorHandler::ErrTypeNotSupported(std::string_view name)
 {
-    ReportAt(yylineno, nColumn, {10, 87, name, 86});
+    ReportAt(yylineno, nColumn, {ErrorAt, Type, name, NotSupportedHere});
 }
 
 void CErrorHandler::ErrTwoUnderscores()
 {
-    ReportAt(yylineno, nColumn, {10, 80});
+    ReportAt(yylineno, nColumn, {ErrorAt, 80});
 }
 
 void CErrorHandler::ErrVariableDeclared(const CVariable& variable, const SourceLocation& where)
@@ -156,17 +226,17 @@ void CErrorHandler::ErrVariableDeclared(const CVariable& variable, const SourceL
 
 void CErrorHandler::ErrVariableDeclared(std::string_view name, const SourceLocation& where)
 {
-    Report(where, {10, 43, name, " ", 44});
+    Report(where, {ErrorAt, Variable, name, " ", AlreadyDeclared});
 }
 
 void CErrorHandler::ErrVariableNotDeclared(std::string_view name, const SourceLocation& where)
 {
-    Report(where, {10, 43, name, " ", 45});
+    Report(where, {ErrorAt, Variable, name, " ", NotDeclared});
 }
 
 void CErrorHandler::ErrMemberDeclared(std::string_view name, const SourceLocation& where)
 {
-    Report(where, {10, 53, " ", name, " ", 44});
+    Report(where, {ErrorAt, Member, " ", name, " ", AlreadyDeclared});
 }
 
 // Kept: the file is that of the new declaration although the numbers behind it are those of the old one,
@@ -176,164 +246,166 @@ void CErrorHandler::ErrPouDeclared(const CPou& declaredBefore, const SourceLocat
     const std::string file = where.szFile ? where.szFile : "";
     const std::string line = Number(declaredBefore.m_Location.nFirstLine);
     const std::string column = Number(declaredBefore.m_Location.nFirstColumn);
-    Report(where, {10, GetKindPiece(declaredBefore), " ", declaredBefore.m_Name, " ", 44, file,
+    Report(where, {ErrorAt, GetKindPiece(declaredBefore), " ", declaredBefore.m_Name, " ", AlreadyDeclared, file,
                    " (", line, ",", column, ")"});
 }
 
 void CErrorHandler::ErrProgramNotSupported(const SourceLocation& where)
 {
-    Report(where, {10, 78});
+    Report(where, {ErrorAt, 78});
 }
 
 void CErrorHandler::ErrProgramParameters(const SourceLocation& where)
 {
-    Report(where, {10, 65});
+    Report(where, {ErrorAt, 65});
 }
 
 void CErrorHandler::ErrProgramRequired(std::string_view name)
 {
-    ReportWithoutPosition({1, Fill(106, {std::string(name)})});
+    ReportWithoutPosition({Error, Fill(106, {std::string(name)})});
 }
 
 void CErrorHandler::ErrReturnsStruct(const SourceLocation& where)
 {
-    Report(where, {10, 118});
+    Report(where, {ErrorAt, 118});
 }
 
 void CErrorHandler::ErrDirectAsFormal(const SourceLocation& where)
 {
-    Report(where, {10, 73});
+    Report(where, {ErrorAt, 73});
 }
 
 void CErrorHandler::ErrInvalidAddress(const SourceLocation& where)
 {
-    Report(where, {10, 75});
+    Report(where, {ErrorAt, 75});
 }
 
 void CErrorHandler::ErrAddressOutOfMemory(const SourceLocation& where)
 {
-    Report(where, {10, 74});
+    Report(where, {ErrorAt, 74});
 }
 
 void CErrorHandler::ErrAlignment(const SourceLocation& where)
 {
-    Report(where, {10, 77});
+    Report(where, {ErrorAt, 77});
 }
 
 void CErrorHandler::ErrDimension(const SourceLocation& where)
 {
-    Report(where, {10, 76});
+    Report(where, {ErrorAt, 76});
 }
 
 void CErrorHandler::ErrStringDimension(const SourceLocation& where)
 {
-    Report(where, {10, 37});
+    Report(where, {ErrorAt, 37});
 }
 
 void CErrorHandler::ErrStringSizeUnchecked(const SourceLocation& where)
 {
-    Report(where, {10, 38});
+    Report(where, {ErrorAt, 38});
 }
 
 void CErrorHandler::ErrStringAssignment(const SourceLocation& where)
 {
-    Report(where, {10, 59});
+    Report(where, {ErrorAt, 59});
 }
 
 void CErrorHandler::WarnStringTooLong(int have, int declared, const SourceLocation& where)
 {
-    Report(where, {6, 34, "(", Number(have), " ", 36, "), ", 35, " (", Number(declared), " ", 36, ") "});
+    Report(where, {WarningAt, StringTooLong, "(", Number(have), " ", Chars, "), ", ExceedsDeclared, " (",
+                   Number(declared), " ", Chars, ") "});
 }
 
 void CErrorHandler::WarnActualInitialized(const SourceLocation& where)
 {
-    Report(where, {6, 85});
+    Report(where, {WarningAt, 85});
 }
 
 void CErrorHandler::WarnUselessAssignment(const SourceLocation& where)
 {
-    Report(where, {6, 105});
+    Report(where, {WarningAt, 105});
 }
 
 // ---- Initial values and array bounds.
 
 void CErrorHandler::ErrAssignToFbInstance(const SourceLocation& where)
 {
-    Report(where, {10, 88});
+    Report(where, {ErrorAt, 88});
 }
 
 void CErrorHandler::ErrCallInDeclaration(const SourceLocation& where)
 {
-    Report(where, {10, 79});
+    Report(where, {ErrorAt, 79});
 }
 
 void CErrorHandler::ErrCastInVarBlock(const SourceLocation& where)
 {
-    Report(where, {10, 32});
+    Report(where, {ErrorAt, 32});
 }
 
 void CErrorHandler::ErrArrayDimensionUnchecked(const SourceLocation& where)
 {
-    Report(where, {10, 54});
+    Report(where, {ErrorAt, 54});
 }
 
 void CErrorHandler::ErrArrayIndexType(const SourceLocation& where)
 {
-    Report(where, {10, 51});
+    Report(where, {ErrorAt, 51});
 }
 
 void CErrorHandler::WarnTooManyInitializers(std::int64_t have, std::int64_t required, const SourceLocation& where)
 {
-    Report(where, {6, 57, " ", 30, Number(required), " ", 58, ", ", 29, Number(have)});
+    Report(where, {WarningAt, TooManyInitializers, " ", Required, Number(required), " ", Elements, ", ",
+                   Found, Number(have)});
 }
 
 void CErrorHandler::WarnElementInitialized(std::string_view name, const SourceLocation& where)
 {
-    Report(where, {6, 95, name, " ", 96});
+    Report(where, {WarningAt, Element, name, " ", AlreadyInitialized});
 }
 
 // ---- Expressions.
 
 void CErrorHandler::ErrOperator(int op, const SourceLocation& where)
 {
-    Report(where, {8, GetOperatorText(op)});
+    Report(where, {OperatorMismatchAt, GetOperatorText(op)});
 }
 
 void CErrorHandler::ErrOperatorMismatch(int op, const CType* pLeft, const CType* pRight, const SourceLocation& where)
 {
-    Report(where, {8, GetOperatorText(op), " ", Fill(3, {NameOf(pLeft), NameOf(pRight)})});
+    Report(where, {OperatorMismatchAt, GetOperatorText(op), " ", Fill(BetweenTwo, {NameOf(pLeft), NameOf(pRight)})});
 }
 
 void CErrorHandler::ErrOperationNotAllowed(int op, const CType* pType, const SourceLocation& where)
 {
-    Report(where, {16, Fill(12, {GetOperatorText(op), NameOf(pType)})});
+    Report(where, {MismatchCommaAt, Fill(NotAllowedOn, {GetOperatorText(op), NameOf(pType)})});
 }
 
 void CErrorHandler::ErrRealNotAllowed(int op, const SourceLocation& where)
 {
-    Report(where, {16, 13, GetOperatorText(op), " ", 14});
+    Report(where, {MismatchCommaAt, CannotUse, GetOperatorText(op), " ", WithReal});
 }
 
 void CErrorHandler::ErrBitTypeExpected(const SourceLocation& where)
 {
-    Report(where, {10, 117});
+    Report(where, {ErrorAt, 117});
 }
 
 void CErrorHandler::ErrCannotAssign(const CType* pType, const SourceLocation& where)
 {
-    Report(where, {10, 19, 18, NameOf(pType)});
+    Report(where, {ErrorAt, CannotAssign, ValueTo, NameOf(pType)});
 }
 
 // Kept: "found" stands twice when there is a found type.
 void CErrorHandler::ErrCastArgument(const CType* pFound, const CType* pRequired, const SourceLocation& where)
 {
-    const std::string found = pFound ? Compose({29, pFound->m_Name, " "}) : std::string();
-    Report(where, {2, 29, 31, found, 30, NameOf(pRequired)});
+    const std::string found = pFound ? Compose({Found, pFound->m_Name, " "}) : std::string();
+    Report(where, {MismatchAt, Found, InCastArgument, found, Required, NameOf(pRequired)});
 }
 
 void CErrorHandler::ErrDivisionByZero(int line, int column)
 {
-    ReportAt(line, column, {10, 27});
+    ReportAt(line, column, {ErrorAt, 27});
 }
 
 void CErrorHandler::ErrTypeMismatch(const CType* pFirst, const CType* pSecond, const SourceLocation& where)
@@ -343,12 +415,12 @@ void CErrorHandler::ErrTypeMismatch(const CType* pFirst, const CType* pSecond, c
 
 void CErrorHandler::ErrTypeMismatch(std::string_view first, std::string_view second, const SourceLocation& where)
 {
-    Report(where, {2, Fill(3, {std::string(first), std::string(second)})});
+    Report(where, {MismatchAt, Fill(BetweenTwo, {std::string(first), std::string(second)})});
 }
 
 void CErrorHandler::WarnQuotient(const SourceLocation& where)
 {
-    Report(where, {6, 39});
+    Report(where, {WarningAt, 39});
 }
 
 // ---- Paths.
@@ -356,122 +428,124 @@ void CErrorHandler::WarnQuotient(const SourceLocation& where)
 // Kept: no blank between the name and the text, but two blanks and one around it in the message below.
 void CErrorHandler::ErrNotArray(const CNode* pNode, const SourceLocation& where)
 {
-    Report(where, {10, RootNameOf(pNode), 52});
+    Report(where, {ErrorAt, RootNameOf(pNode), IsNotArray});
 }
 
 void CErrorHandler::ErrNotStruct(const CNode* pNode, const SourceLocation& where)
 {
-    Report(where, {10, " ", RootNameOf(pNode), " ", 42});
+    Report(where, {ErrorAt, " ", RootNameOf(pNode), " ", IsNotStruct});
 }
 
 void CErrorHandler::ErrNotMember(std::string_view member, const CType* pStruct, const SourceLocation& where)
 {
-    Report(where, {10, member, " ", 41, NameOf(pStruct)});
+    Report(where, {ErrorAt, member, " ", IsNotMemberOf, NameOf(pStruct)});
 }
 
 void CErrorHandler::ErrWrongDimension(int required, int found, const SourceLocation& where)
 {
-    Report(where, {10, 55, " ", 30, Number(required), ", ", 29, Number(found)});
+    Report(where, {ErrorAt, WrongDimension, " ", Required, Number(required), ", ", Found, Number(found)});
 }
 
 void CErrorHandler::ErrIndexExceeds(const SourceLocation& where)
 {
-    Report(where, {10, 50});
+    Report(where, {ErrorAt, 50});
 }
 
 void CErrorHandler::ErrInOutElement(const SourceLocation& where)
 {
-    Report(where, {10, 101});
+    Report(where, {ErrorAt, 101});
 }
 
 void CErrorHandler::ErrPrivateElement(const SourceLocation& where)
 {
-    Report(where, {10, 124});
+    Report(where, {ErrorAt, 124});
 }
 
 void CErrorHandler::ErrNeedsInteger(const SourceLocation& where)
 {
-    Report(where, {10, 70});
+    Report(where, {ErrorAt, 70});
 }
 
 // ---- Statements.
 
 void CErrorHandler::ErrAssignToConstant(const SourceLocation& where)
 {
-    Report(where, {10, 33});
+    Report(where, {ErrorAt, 33});
 }
 
 void CErrorHandler::ErrArrayDimension(std::int64_t found, std::int64_t required, const SourceLocation& where)
 {
-    Report(where, {10, 103, 29, Number(found), " ", 116, " ", 30, Number(required), " ", 116});
+    Report(where, {ErrorAt, DifferentArray, Found, Number(found), " ", Bytes, " ", Required,
+                   Number(required), " ", Bytes});
 }
 
 void CErrorHandler::WarnArrayDimension(std::int64_t found, std::int64_t required, const SourceLocation& where)
 {
-    Report(where, {6, 103, 29, Number(found), " ", 116, " ", 30, Number(required), " ", 116});
+    Report(where, {WarningAt, DifferentArray, Found, Number(found), " ", Bytes, " ", Required,
+                   Number(required), " ", Bytes});
 }
 
 void CErrorHandler::ErrInOutLValue(const SourceLocation& where)
 {
-    Report(where, {10, 102});
+    Report(where, {ErrorAt, 102});
 }
 
 void CErrorHandler::ErrNeedsBoolean(const SourceLocation& where)
 {
-    Report(where, {10, 40});
+    Report(where, {ErrorAt, 40});
 }
 
 void CErrorHandler::ErrCaseType(const SourceLocation& where)
 {
-    Report(where, {10, 72});
+    Report(where, {ErrorAt, 72});
 }
 
 void CErrorHandler::ErrCaseRangeUsed(std::int32_t from, std::int32_t to, const SourceLocation& where)
 {
-    Report(where, {10, 82, "(", Number(from), ",", Number(to), ")", 83});
+    Report(where, {ErrorAt, CaseRange, "(", Number(from), ",", Number(to), ")", AlreadyUsed});
 }
 
 void CErrorHandler::ErrCaseValueUsed(std::int32_t value, const SourceLocation& where)
 {
-    Report(where, {10, 81, Number(value), 83});
+    Report(where, {ErrorAt, CaseValue, Number(value), AlreadyUsed});
 }
 
 void CErrorHandler::ErrExitOutOfLoop(const SourceLocation& where)
 {
-    Report(where, {10, 69});
+    Report(where, {ErrorAt, 69});
 }
 
 void CErrorHandler::WarnForNeverRuns(const SourceLocation& where)
 {
-    Report(where, {6, 71});
+    Report(where, {WarningAt, 71});
 }
 
 void CErrorHandler::WarnUnreachable(const SourceLocation& where)
 {
-    Report(where, {6, 28});
+    Report(where, {WarningAt, 28});
 }
 
 // ---- Calls.
 
 void CErrorHandler::ErrFunctionNotDeclared(std::string_view name, const SourceLocation& where)
 {
-    Report(where, {10, 46, name, " ", 45});
+    Report(where, {ErrorAt, Function, name, " ", NotDeclared});
 }
 
 void CErrorHandler::ErrOverloadType(const SourceLocation& where)
 {
-    Report(where, {10, 60});
+    Report(where, {ErrorAt, 60});
 }
 
 void CErrorHandler::ErrNoReturnValue(const SourceLocation& where)
 {
-    Report(where, {10, 20});
+    Report(where, {ErrorAt, 20});
 }
 
 // Kept: "0 parameter".
 void CErrorHandler::ErrParameterCount(int count, const SourceLocation& where)
 {
-    Report(where, {10, 21, " ", Number(count), " ", count < 2 ? 23 : 22});
+    Report(where, {ErrorAt, DoesNotTake, " ", Number(count), " ", count < 2 ? Parameter : Parameters});
 }
 
 static const CType* GetFormalType(const CFunction& function, int index)
@@ -484,105 +558,106 @@ static const CType* GetFormalType(const CFunction& function, int index)
 void CErrorHandler::ErrParameterMismatch(const CNode& actual, const CFunction& function, int index,
                                          const SourceLocation& where)
 {
-    const std::string found = actual.pType ? Compose({29, actual.pType->m_Name, " "}) : std::string();
+    const std::string found = actual.pType ? Compose({Found, actual.pType->m_Name, " "}) : std::string();
     const SourceLocation& place = function.m_Location;
-    const std::string definedAt = Fill(25, {Number(place.nFirstLine), Number(place.nFirstColumn)});
+    const std::string definedAt = Fill(AtPlace, {Number(place.nFirstLine), Number(place.nFirstColumn)});
     const std::string file = place.szFile ? place.szFile : "";
-    Report(where, {10, 23, " ", Number(index + 1), " ", 24, found, 30, NameOf(GetFormalType(function, index)), " \n",
-                   26, function.m_Name, " ", definedAt, file});
+    Report(where, {ErrorAt, Parameter, " ", Number(index + 1), " ", DoesNotMatch, found, Required,
+                   NameOf(GetFormalType(function, index)), " \n",
+                   SeeDefinitionOf, function.m_Name, " ", definedAt, file});
 }
 
 void CErrorHandler::ErrOutputConstant(const SourceLocation& where)
 {
-    Report(where, {10, 90});
+    Report(where, {ErrorAt, 90});
 }
 
 void CErrorHandler::ErrOutputImmediate(const SourceLocation& where)
 {
-    Report(where, {10, 68});
+    Report(where, {ErrorAt, 68});
 }
 
 void CErrorHandler::ErrNotFb(std::string_view name, const SourceLocation& where)
 {
-    Report(where, {10, 43, name, " ", 89});
+    Report(where, {ErrorAt, Variable, name, " ", IsNotFb});
 }
 
 void CErrorHandler::ErrFbCallWithoutInOut(const SourceLocation& where)
 {
-    Report(where, {10, 104});
+    Report(where, {ErrorAt, 104});
 }
 
 void CErrorHandler::ErrMemberAssigned(std::string_view name, const SourceLocation& where)
 {
-    Report(where, {10, 53, " ", name, " ", 94});
+    Report(where, {ErrorAt, Member, " ", name, " ", AlreadyAssigned});
 }
 
 void CErrorHandler::ErrRequiredArrow(const SourceLocation& where)
 {
-    Report(where, {10, 30, "=> ", 91});
+    Report(where, {ErrorAt, Required, "=> ", InFbAssignment});
 }
 
 void CErrorHandler::ErrRequiredAssign(const SourceLocation& where)
 {
-    Report(where, {10, 30, ":= ", 91});
+    Report(where, {ErrorAt, Required, ":= ", InFbAssignment});
 }
 
 void CErrorHandler::ErrLocalInFbCall(std::string_view name, const SourceLocation& where)
 {
-    Report(where, {10, 99, name, " ", 100});
+    Report(where, {ErrorAt, LocalVariable, name, " ", InFbInvocation});
 }
 
 // ---- Scanner and parser.
 
 void CErrorHandler::ErrSyntax(std::string_view text, int line, int column)
 {
-    ReportAt(line, column, {10, text});
+    ReportAt(line, column, {ErrorAt, text});
 }
 
 void CErrorHandler::ErrStringNotClosed(int line, int column, int firstLine, int firstColumn)
 {
-    ReportAt(line, column, {10, 47, Fill(25, {Number(firstLine), Number(firstColumn)})});
+    ReportAt(line, column, {ErrorAt, StringNotClosed, Fill(AtPlace, {Number(firstLine), Number(firstColumn)})});
 }
 
 void CErrorHandler::WarnEscapeSequence(int line, int column)
 {
-    ReportAt(line, column, {6, 49});
+    ReportAt(line, column, {WarningAt, 49});
 }
 
 // ---- The whole run.
 
 void CErrorHandler::ErrGeneric(std::string_view text)
 {
-    ReportWithoutPosition({1, text});
+    ReportWithoutPosition({Error, text});
 }
 
 // Kept: the blank stands in front of the comma.
 void CErrorHandler::ErrGlobalOutOfMemory(std::int64_t bytes)
 {
-    ReportWithoutPosition({1, 113, 115, ",", Number(bytes), " ", 116});
+    ReportWithoutPosition({Error, Global, OutOfMemory, ",", Number(bytes), " ", Bytes});
 }
 
 void CErrorHandler::ErrRetainOutOfMemory(std::int64_t bytes)
 {
-    ReportWithoutPosition({1, 114, 115, ",", Number(bytes), " ", 116});
+    ReportWithoutPosition({Error, Retain, OutOfMemory, ",", Number(bytes), " ", Bytes});
 }
 
 void CErrorHandler::ErrReturnStackSize(int maximum)
 {
-    ReportWithoutPosition({1, Fill(120, {Number(maximum)})});
+    ReportWithoutPosition({Error, Fill(120, {Number(maximum)})});
 }
 
 void CErrorHandler::ErrParameterStackSize(int maximum)
 {
-    ReportWithoutPosition({1, Fill(123, {Number(maximum)})});
+    ReportWithoutPosition({Error, Fill(123, {Number(maximum)})});
 }
 
 void CErrorHandler::ErrReturnStackOverflow(std::int64_t bytes, std::string_view pou)
 {
-    ReportWithoutPosition({1, Fill(119, {Number(bytes), std::string(pou)})});
+    ReportWithoutPosition({Error, Fill(119, {Number(bytes), std::string(pou)})});
 }
 
 void CErrorHandler::WarnNestedProgramStack(std::int64_t bytes)
 {
-    ReportWithoutPosition({122, Fill(121, {Number(bytes)})});
+    ReportWithoutPosition({Warning, Fill(121, {Number(bytes)})});
 }
