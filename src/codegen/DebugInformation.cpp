@@ -173,7 +173,7 @@ void CCodeGeneration::WriteSigns(XmlStream& stream, const DebugSigns& signs)
 {
     stream.WriteAttribute("globalsign", signs.global);
     stream.WriteAttribute("retainsign", signs.retain);
-    stream.WriteAttribute("dbisign", signs.global);   // wanted: the same as the first
+    stream.WriteAttribute("dbisign", signs.global);   // Wanted (files): the same as the first
 }
 
 // ---- The elements

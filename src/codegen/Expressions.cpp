@@ -176,7 +176,7 @@ void CCodeGeneration::GenerateReal(const CNode* pNode, TextBuffer& text)
     text.Append(FormatReal(pNode->dValue));
 }
 
-// One line to a byte, first byte first; neither a length nor an end mark. Kept: no blank behind PUSH, unlike
+// One line to a byte, first byte first; neither a length nor an end mark. Kept (code): no blank behind PUSH, unlike
 // in an assignment.
 void CCodeGeneration::GenerateStringLiteral(const CNode* pNode, TextBuffer& text)
 {
@@ -309,7 +309,7 @@ void CCodeGeneration::GenerateOperation(const CNode* pNode, TextBuffer& text)
     else if (IsLongText(pNode->Child(0)) || IsLongText(pNode->Child(1)))
         m_Norvane.m_Notes.Add(Note::NoNumber, pNode->location);
     text.Append(GetOperatorMnemonic(pNode->nKind), SuffixOf(pNode->Child(0)));
-    // Kept: without jumps AND and OR close their line themselves, so an empty line follows.
+    // Kept (code): without jumps AND and OR close their line themselves, so an empty line follows.
     if (pNode->nKind == AND || pNode->nKind == OR) text.Append('\n');
 }
 
@@ -322,7 +322,8 @@ void CCodeGeneration::GeneratePower(const CNode* pNode, TextBuffer& text)
     text.Append(isReal ? "\tPOWR" : "\tPOW", SuffixOf(pNode->Child(0)));
 }
 
-// The exponent or the count of an operator. Kept: decided by the type object, so an alias of the type is converted too.
+// The exponent or the count of an operator. Kept (code): decided by the type object, so an alias of the type is
+// converted too.
 void CCodeGeneration::GenerateConversion(const CNode* pOperator, std::string_view typeName, TextBuffer& text)
 {
     const CType* pType = GetNodeType(pOperator->Child(1));

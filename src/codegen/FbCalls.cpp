@@ -32,7 +32,7 @@ struct CCodeGeneration::FbCall
     const CTypeStruct* pStruct;
     const CNode* pParameters = nullptr;   // null: none
     CNode* pLastAssigned = nullptr;       // the value that the last ":=" of the call assigns; null without one
-    std::string_view area{};              // kept: "local+" or "global+", RETAIN and AT are not looked at
+    std::string_view area{};              // Kept (code): "local+" or "global+", RETAIN and AT are not looked at
     InstancePlace place = InstancePlace::Memory;
     int slot = 0;                         // BodyMember: position of the instance in the calling block
 };
@@ -142,7 +142,7 @@ void CCodeGeneration::NoteIndirectInstance(const FbCall& call)
 //	PUSH(UDINT)	8
 //	ADD(UDINT)
 //
-// Kept: the member is looked for where its position, not its offset says, and the first one at the start.
+// Kept (code): the member is looked for where its position, not its offset says, and the first one at the start.
 void CCodeGeneration::GeneratePointedMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
     const TypeSuffix pointer = PointerSuffix();
@@ -251,7 +251,7 @@ void CCodeGeneration::GenerateOutputFromMemory(const FbParameter& parameter, Tex
     text.Append("\tMEMCPY\t", static_cast<std::int32_t>(sizeBytes), '\n');
 }
 
-// Kept: what follows the output's value isn't the store into its target but the last value assigned in this
+// Kept (code): what follows the output's value isn't the store into its target but the last value assigned in this
 // call. A call that assigns none has nothing to write here and can't be generated.
 void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
@@ -271,7 +271,7 @@ void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& pa
         NoteIndirectInstance(call);   // nothing is stored
         GenerateOutputFromPointer(call, parameter, text);
         break;
-    case InstancePlace::BodyMemory:   // kept: blanks in front of the bracket and behind the ";"
+    case InstancePlace::BodyMemory:   // Kept (code): blanks in front of the bracket and behind the ";"
         text.Append("\tPUSH", parameter.suffix, ' ', parameter.memory, "\t; ", parameter.comment, '\n');
         NoteNarrowMove(parameter, GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
         break;

@@ -269,7 +269,7 @@ void CInitWalk::StepStruct()
         WriteScalarMember(frame, member, offset);
         return;
     }
-    // Kept: the structure's initialiser doesn't reach an array member, which has its own value only.
+    // Kept (code): the structure's initialiser doesn't reach an array member, which has its own value only.
     const CInitValue* pGiven = FindMemberInit(frame.pInit, member);
     const bool isReached = pGiven && member.m_Type->IsStruct();
     if (pGiven && !isReached && !IsSameInit(pGiven, member.m_InitValue.get())) TakeLostDefault();
@@ -285,7 +285,7 @@ void CInitWalk::StepStruct()
 //	POP(INT) 	[global+4];s.a
 void CInitWalk::WriteScalarMember(InitFrame& frame, const CMember& member, std::int64_t offset)
 {
-    // Kept: the running bit counts the members that fill no byte and is not the member's bit number; members
+    // Kept (code): the running bit counts the members that fill no byte and is not the member's bit number; members
     // that are structures or arrays leave it alone.
     const CType& type = *member.m_Type;
     const bool isWhole = type.m_SizeBits % 8 == 0;
@@ -511,7 +511,7 @@ void CCodeGeneration::WriteInitialization(std::string_view name, std::string_vie
     text.Append("\tLOCALDATA 0\n");
     text.Append('\n');
     text.Append("\t;", title, " variable initialization\n");
-    // Kept: the list of the retain variables has this heading too.
+    // Kept (code): the list of the retain variables has this heading too.
     text.Append("\n\t;Global Variable List---------------------------------\n");
     for (const CVariable* pVariable : variables) {
         const std::string_view typeName = pVariable->m_Type ? pVariable->m_Type->m_Name : std::string_view();

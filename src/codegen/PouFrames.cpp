@@ -291,7 +291,7 @@ void CCodeGeneration::WriteMemberSlot(const CTypeStructFB* pStruct, int position
     }
     if (pMember->IsInOut()) m_Text.Append("\tPUSHI", pointer, '\n');
 
-    // Kept: the first slot is named 4 whatever the size of a pointer is.
+    // Kept (code): the first slot is named 4 whatever the size of a pointer is.
     const std::int64_t slot = position == 0 ? g_FirstSlot : GetSlotOffset(position);
     m_Text.Append("\tPOP", pointer, "[local+", slot, "]\t;", pMember->m_Name, "\n\n");
 }
@@ -326,7 +326,7 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
     if (pStruct->m_Align == -1) m_MemoryHandler->ComputeLayout(pStruct, nullptr, 0);
 
     // The block's own memory holds pointers only: the instance, and one slot for each of its variables.
-    // Kept: counted by the alignment of a pointer, even where a slot is larger.
+    // Kept (code): counted by the alignment of a pointer, even where a slot is larger.
     const std::int64_t slots = static_cast<std::int64_t>(pPou->m_Parameters.size()) + 1;
     pPou->m_LocalSize = ToStoredBytes(slots * m_PointerType->GetPlacingAlign());
     m_Text.Append("\tLOCALDATA ", std::max(pPou->m_LocalSize, 1), '\n');
@@ -346,7 +346,7 @@ void CCodeGeneration::WriteFunctionBlockFrame(CNode* pNode)
         m_Norvane.m_Notes.AddInTarget(Note::PointerAlignment, m_PointerType->m_Name);
     if (memberCount == 1 && !IsUnusedMember(pStruct->m_Members.front().get()))
         m_Norvane.m_Notes.Add(Note::SingleMember, pNode->Child(0)->location, pPou->m_Name);
-    // Kept: dropped in every case, also where a single member has taken the last copy already.
+    // Kept (code): dropped in every case, also where a single member has taken the last copy already.
     m_Text.Append("\tPOP", pointer, "\n\n");
 
     m_Text.Append('\n');

@@ -83,7 +83,7 @@ void CCodeGeneration::GenerateAssignment(const CNode* pNode, TextBuffer& text)
     }
     if (HasNoValue(pValue) && !IsAggregate(pTarget->pType)) {
         // Accepted without a test, and here is where it shows: nothing is pushed, and the store takes whatever the
-        // stack holds. Kept as it is; the user should hear of it here.
+        // stack holds. Kept (code) as it is; the user should hear of it here.
         text.Append('\n');
         GenerateVariableAccess(pTarget, AccessMode::Write, text);
         return;
@@ -113,7 +113,7 @@ void CCodeGeneration::GenerateAssignment(const CNode* pNode, TextBuffer& text)
 //	PUSH 65 ;A
 //	POP(SINT)	[local+12]
 //
-// Only the literal's bytes are stored: no end mark and no length. Kept: at the place of the root variable, a
+// Only the literal's bytes are stored: no end mark and no length. Kept (code): at the place of the root variable, a
 // path in the target doesn't count.
 void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode* pLiteral, TextBuffer& text)
 {
@@ -318,7 +318,7 @@ struct CCodeGeneration::ForLoop
 };
 
 // Writes the common head and then one of four shapes, by which of bounds and step are constants. False for a
-// loop that never runs: only the assignment and the loop label are left of it. Kept: its exit label stays
+// loop that never runs: only the assignment and the loop label are left of it. Kept (code): its exit label stays
 // on the stack, where an EXIT behind it finds it, and its text ends without the line end of all others.
 bool CCodeGeneration::GenerateFor(const CNode* pNode, TextBuffer& text)
 {
@@ -368,7 +368,7 @@ void CCodeGeneration::GenerateForCompare(const ForLoop& loop, std::string_view c
     text.Append("\tCMP ", comparison, loop.suffix, '\n');
 }
 
-// Kept: the step is a plain constant of the variable's type, whatever its own is.
+// Kept (code): the step is a plain constant of the variable's type, whatever its own is.
 void CCodeGeneration::GenerateForConstantStep(const ForLoop& loop, TextBuffer& text)
 {
     GenerateAccessLine(loop.pVariable, AccessMode::Read, text);
@@ -495,7 +495,7 @@ CCodeGeneration::CaseArms CCodeGeneration::BuildCaseArms(const CNode* pPairs)
 //	CASE (INT) 3 LABEL0003
 //	CASER (INT) 1  5 LABEL0003
 //
-// Kept: two blanks between the bounds.
+// Kept (code): two blanks between the bounds.
 static void AppendCaseTest(const CNode* pItem, const TypeSuffix& suffix, Label label, TextBuffer& text)
 {
     if (pItem->nKind == SUBRANGE_DOTS)

@@ -292,7 +292,7 @@ bool CCodeGeneration::GeneratePointerAccess(const CNode* pNode, const AccessPath
     } else if (mode == AccessMode::Address && m_CurrentFb) {
         return false;   // the address is on the stack; the line is closed already, so an empty one follows
     }
-    // Kept: without a function block an address is asked for in vain, the value comes in its place.
+    // Kept (code): without a function block an address is asked for in vain, the value comes in its place.
     text.Append(words.mnemonic, 'I', SuffixOf(pNode->pType));
     return true;
 }
@@ -311,7 +311,7 @@ bool CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath&
         return true;
     }
 
-    // Kept: where a parameter is wanted as a whole, the place of its pointer comes instead.
+    // Kept (code): where a parameter is wanted as a whole, the place of its pointer comes instead.
     if (mode == AccessMode::Address && pVariable->IsHeldByPointer() && IsAggregate(pVariable->m_Type))
         m_Norvane.m_Notes.Add(Note::PointerCopied, pNode->location, pVariable->m_Name);
     if (IsAggregate(pNode->pType) && !pNode->bThroughInOut && !pVariable->IsHeldByPointer()) words.star = "&";
@@ -326,7 +326,7 @@ bool CCodeGeneration::GenerateDirectAccess(const CNode* pNode, const AccessPath&
 //	;runtime array address
 //	PUSH&(INT)[local+12]	;&x[0]
 //
-// Kept: no tab in front of the bracket here.
+// Kept (code): no tab in front of the bracket here.
 void CCodeGeneration::GenerateRuntimeBase(const AccessPath& path, std::string_view area, TextBuffer& text)
 {
     constexpr int bitsInByte = 8;
@@ -345,7 +345,7 @@ void CCodeGeneration::GenerateRuntimeBase(const AccessPath& path, std::string_vi
 //	PUSH(INT)	[global+0]	;i
 //	ADDRESS(INT) 2 1 5
 //
-// Kept: the elements of the path's last array decide for all subscripts whether strides count bits.
+// Kept (code): the elements of the path's last array decide for all subscripts whether strides count bits.
 void CCodeGeneration::GenerateRuntimeSubscripts(const AccessPath& path, TextBuffer& text)
 {
     const std::string_view mnemonic = path.HasBoolElements() ? "\tADDRESSBIT" : "\tADDRESS";
@@ -405,12 +405,12 @@ static std::int64_t GetInnerProduct(const CArrayIndex* pBounds, int dimension)
 static std::int64_t CountCoveredElements(bool isNested, const CArrayOfArrayIndex* pIndex, int level, int dimension)
 {
     if (!pIndex) return 1;
-    // Kept: several dimensions are those of the first level.
+    // Kept (code): several dimensions are those of the first level.
     if (!isNested) return dimension == -1 ? 1 : GetInnerProduct(pIndex->GetLevel(0), dimension);
 
     std::int64_t product = 1;
     for (int l = level + 1; l < pIndex->GetLevelCount(); ++l) {
-        // Kept: the dimensions behind the one stepped in are those of the next level.
+        // Kept (code): the dimensions behind the one stepped in are those of the next level.
         const int from = l == level + 1 ? dimension : -1;
         product = WrapMul(product, GetInnerProduct(pIndex->GetLevel(l), from));
     }
@@ -450,7 +450,7 @@ std::int64_t CCodeGeneration::GetElementStride(const CType* pArrayType, const CA
 
 // ---- Sizes of copies
 
-// Kept: a member behind the subscripts counts as a level if the path ends with it.
+// Kept (code): a member behind the subscripts counts as a level if the path ends with it.
 int CCodeGeneration::CountIndexLevels(const CNode* pNode)
 {
     const int count = pNode->GetChildCount();

@@ -77,7 +77,7 @@ CCommandLine::Outcome CCommandLine::Read(const std::vector<std::string>& argumen
             pOption->set(m_Norvane, *this, arguments[++i]);   // whatever it looks like
             continue;
         }
-        // Kept: -l without its file shows itself as -i, and alone of all options it doesn't end the run.
+        // Kept (scripts): -l without its file shows itself as -i, and alone of all options it doesn't end the run.
         const bool isLibrary = pOption->text == "-l";
         Print(isLibrary ? "-i" : pOption->text);
         Print(GetMessage(g_OneNameMessage));

@@ -84,7 +84,7 @@ int CCompileDriver::Run(const std::vector<std::string>& arguments)
     return m_ExitStatus;
 }
 
-// Kept: the very last argument isn't looked at, so a source that stands there alone is none.
+// Kept (scripts): the very last argument isn't looked at, so a source that stands there alone is none.
 bool CCompileDriver::HasCountingSource() const
 {
     const std::vector<std::optional<std::string>>& sources = m_CommandLine.m_Sources;
@@ -327,7 +327,7 @@ bool CCompileDriver::CompileSource(const std::string& name, const std::string& f
     }
     yyparse();          // its result doesn't matter: the error count decides
     yylineno = 1;
-    nColumn = 0;        // kept: only the first file's first line begins at column 1
+    nColumn = 0;        // Kept (messages): only the first file's first line begins at column 1
     return true;
 }
 

@@ -265,7 +265,7 @@ std::u16string UTF8_TextFileReader::Decode(std::string_view bytes)
             continue;
         }
         if (bytes.size() - i < static_cast<std::size_t>(pLead->nFollowing)) {
-            // Kept: a sequence that the end cuts short repeats the unit before it.
+            // Kept (targets): a sequence that the end cuts short repeats the unit before it.
             units.push_back(units.empty() ? g_Replacement : units.back());
             break;
         }

@@ -67,8 +67,8 @@ class UTF8_TextFileWriter : public TextFileWriter
 {
 public:
     using TextFileWriter::TextFileWriter;
-    int WriteChar(int ch) override;      // a code point; kept: U+FFFF already takes four bytes
-    // Kept: each byte is the code point of its number, whatever the code page says, so 0x80 isn't the euro.
+    int WriteChar(int ch) override;      // a code point. Kept (files): U+FFFF already takes four bytes
+    // Kept (files): each byte is the code point of its number, whatever the code page says, so 0x80 isn't the euro.
     int WriteString(std::string_view text) override;
     int WriteBom() override;
 };

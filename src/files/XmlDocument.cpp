@@ -60,7 +60,7 @@ void CXmlDocument::GetFormattedXml(std::string& text)
 
 static bool WriteDocument(CXmlDocument& document, const std::string& fileName, XmlWriter::Form form)
 {
-    // Kept: only the formatted form writes its line feeds as they are.
+    // Kept (files): only the formatted form writes its line feeds as they are.
     const int translation = form == XmlWriter::Form::Formatted ? TextFile::NoLineEndTranslation : 0;
     const int flags = document.m_Encoding | TextFile::NoBom | translation;
     constexpr int bufferSize = 65536;

@@ -19,7 +19,7 @@ constexpr XmlEntity g_Entities[] = {
     {'"', "&quot;", "&#34;", "&#x22;"},
     {'&', "&amp;", "&#38;", "&#x26;"},
     {'\'', "&apos;", "&#39;", ""},
-    // Wanted: the non-breaking space becomes a plain blank.
+    // Wanted (targets): the non-breaking space becomes a plain blank.
     {' ', "&nbsp;", "&#160;", "&#xA0;"},
     {0x80, "&euro;", "&#8364;", "&#x20AC;"},
     {0xA3, "&pound;", "&#163;", "&#xA3;"},

@@ -16,7 +16,7 @@ namespace
 constexpr std::string_view g_WhiteSpace = " \t\r\n";
 constexpr std::string_view g_ElementNameEnd = " \t\r\n/>";
 constexpr std::string_view g_AttributeNameEnd = "= \t\r\n/>";
-constexpr std::string_view g_ClosingNameEnd = " >";   // kept: other white space counts as part of the name
+constexpr std::string_view g_ClosingNameEnd = " >";   // Kept (targets): other white space counts as part of the name
 
 }   // namespace
 
@@ -47,7 +47,7 @@ int XmlParser::ParseConstructs()
 {
     while (!m_RootClosed) {
         const std::size_t bracket = m_Text.find('<', m_Cursor);
-        // Wanted: elements that the end of the text leaves open are no fault.
+        // Wanted (targets): elements that the end of the text leaves open are no fault.
         if (bracket == std::string_view::npos) {
             if (m_Review) m_Review->NoteEnd(m_Element);
             return XmlParsed;
@@ -104,7 +104,7 @@ void XmlParser::AddMark(std::string_view name, std::string_view text)
     parent.AddChild(name, text);
 }
 
-// Kept: the comments outside the root element come first, the last of them leading; all else follows in
+// Kept (files): the comments outside the root element come first, the last of them leading; all else follows in
 // its order. Done at the end, since putting each comment in front would cost their number squared.
 void XmlParser::OrderProlog()
 {
@@ -189,7 +189,7 @@ int XmlParser::ParseClosingTag()
     if (IsAtEnd()) return XmlEndInClosingTag;
     const std::size_t start = m_Cursor;
     if (!MoveTo(g_ClosingNameEnd)) return XmlEndInClosingName;
-    // Wanted: the closing name need only be the beginning of the element's, so </ab> closes <abc>.
+    // Wanted (targets): the closing name need only be the beginning of the element's, so </ab> closes <abc>.
     const std::size_t end = m_Cursor;
     if (!m_Element->m_Name.starts_with(m_Text.substr(start, end - start))) return XmlWrongClosingName;
     if (!MoveBehind('>')) return XmlEndBeforeTagEnd;

@@ -50,7 +50,7 @@ static std::string GetMark(const CXmlNode& node)
 void XmlWriter::WriteProlog()
 {
     for (const std::unique_ptr<CXmlNode>& pNode : m_Document.m_Prolog.m_Children) {
-        // Kept: a CDATA section outside the root element isn't written.
+        // Kept (files): a CDATA section outside the root element isn't written.
         const std::string mark = pNode->m_Name == g_XmlCData ? std::string() : GetMark(*pNode);
         if (!mark.empty()) m_Stream.WritePrologMark(mark);
     }

@@ -47,7 +47,7 @@ std::string ExpandMarks(std::string_view line, std::span<const std::int32_t> num
 std::string CError::GetPrintedLine() const
 {
     constexpr std::int32_t absent = -1;
-    // Kept: without a position a blank follows the file's name, which is empty before the first file.
+    // Kept (messages): without a position a blank follows the file's name, which is empty before the first file.
     if (nFirstLine == absent) return ExpandMarks(strFile + " " + strText + "\n", {});
 
     const std::int32_t numbers[] = {nFirstLine, nFirstColumn, nLastLine, nLastColumn};

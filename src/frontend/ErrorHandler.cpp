@@ -239,7 +239,7 @@ void CErrorHandler::ErrMemberDeclared(std::string_view name, const SourceLocatio
     Report(where, {ErrorAt, Member, " ", name, " ", AlreadyDeclared});
 }
 
-// Kept: the file is that of the new declaration although the numbers behind it are those of the old one,
+// Kept (messages): the file is that of the new declaration although the numbers behind it are those of the old one,
 // and the kind "function " brings a blank of its own.
 void CErrorHandler::ErrPouDeclared(const CPou& declaredBefore, const SourceLocation& where)
 {
@@ -396,7 +396,7 @@ void CErrorHandler::ErrCannotAssign(const CType* pType, const SourceLocation& wh
     Report(where, {ErrorAt, CannotAssign, ValueTo, NameOf(pType)});
 }
 
-// Kept: "found" stands twice when there is a found type.
+// Kept (messages): "found" stands twice when there is a found type.
 void CErrorHandler::ErrCastArgument(const CType* pFound, const CType* pRequired, const SourceLocation& where)
 {
     const std::string found = pFound ? Compose({Found, pFound->m_Name, " "}) : std::string();
@@ -425,7 +425,7 @@ void CErrorHandler::WarnQuotient(const SourceLocation& where)
 
 // ---- Paths.
 
-// Kept: no blank between the name and the text, but two blanks and one around it in the message below.
+// Kept (messages): no blank between the name and the text, but two blanks and one around it in the message below.
 void CErrorHandler::ErrNotArray(const CNode* pNode, const SourceLocation& where)
 {
     Report(where, {ErrorAt, RootNameOf(pNode), IsNotArray});
@@ -542,7 +542,7 @@ void CErrorHandler::ErrNoReturnValue(const SourceLocation& where)
     Report(where, {ErrorAt, 20});
 }
 
-// Kept: "0 parameter".
+// Kept (messages): "0 parameter".
 void CErrorHandler::ErrParameterCount(int count, const SourceLocation& where)
 {
     Report(where, {ErrorAt, DoesNotTake, " ", Number(count), " ", count < 2 ? Parameter : Parameters});
@@ -631,7 +631,7 @@ void CErrorHandler::ErrGeneric(std::string_view text)
     ReportWithoutPosition({Error, text});
 }
 
-// Kept: the blank stands in front of the comma.
+// Kept (messages): the blank stands in front of the comma.
 void CErrorHandler::ErrGlobalOutOfMemory(std::int64_t bytes)
 {
     ReportWithoutPosition({Error, Global, OutOfMemory, ",", Number(bytes), " ", Bytes});

@@ -159,7 +159,7 @@ static void ReportExternalConstant()
     yyerror("The attribute CONSTANT cannot be used with external variables");
 }
 
-// Wanted at each appended statement, and only there.
+// Wanted (messages) at each appended statement, and only there.
 static bool TooManyErrors()
 {
     return g_Context->m_Errors.FatalTooManyErrors();
@@ -567,7 +567,7 @@ decl:
     | list_id error                 { SkipBrokenDeclaration(yychar); $$ = $1; }
     ;
 
-// Kept: a time variable with an address declares nothing, with a value or without one.
+// Kept (sources): a time variable with an address declares nothing, with a value or without one.
 direct:
     list_id AT DIRECT_VARIABLE ':' TYPE_IDENTIFIER ":=" exp
                                     { g_Context->SetDirectAddress($1, *$3); $$ = DeclareWithValue($1, $5, $7); }
@@ -683,7 +683,7 @@ var_block_body:
     | error                         { CNode* pError = Node(ERROR_, @1); $$ = Node(VAR_BLOCK_BODY, @1, {pError}); }
     | var_block_body init           { $$ = Append($1, $2); ReportForgottenSemicolon(); }
     | var_block_body decl           { $$ = Append($1, $2); ReportForgottenSemicolon(); }
-    // Kept: here only the message, the list of names gets no node of its own.
+    // Kept (messages): here only the message, the list of names gets no node of its own.
     | var_block_body direct         { ReportForgottenSemicolon(); $$ = $1; }
     | init                          { $$ = Node(VAR_BLOCK_BODY, @1, {$1}); ReportForgottenSemicolon(); }
     | decl                          { $$ = Node(VAR_BLOCK_BODY, @1, {$1}); ReportForgottenSemicolon(); }
@@ -818,7 +818,7 @@ isv:
                                         CNode* pRange = Node(SUBRANGE_DOTS, @2, {Integer($1, @1), Integer($3, @3)});
                                         $$ = Node(ISV_LIST, @1, {pRange});
                                     }
-    // Kept: a range behind others stands at its comma.
+    // Kept (messages): a range behind others stands at its comma.
     | isv ',' signed_integer ".." signed_integer
                                     { $$ = Append($1, Node(SUBRANGE_DOTS, @2, {Integer($3, @3), Integer($5, @5)})); }
     ;
@@ -877,7 +877,7 @@ exp_list:
     | exp_list ',' exp              { $$ = Append($1, $3); }
     ;
 
-// Times are no kind of exp. Kept: a literal stands at the symbol in front of it.
+// Times are no kind of exp. Kept (messages): a literal stands at the symbol in front of it.
 time_exp:
     TIME_OF_DAY_DIR                 { $$ = Node(TIME_OF_DAY_DIR, @0); }
     | DATE_AND_TIME_DIR             { $$ = Node(DATE_AND_TIME_DIR, @0); }

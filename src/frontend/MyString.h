@@ -12,7 +12,7 @@ public:
     explicit CMyString(std::string_view text) : m_Buffer(text) {}
     virtual ~CMyString() = default;
 
-    // Kept: the right operand's text comes first.
+    // Kept (sources): the right operand's text comes first.
     CMyString operator+(const CMyString& right) const;
     int Find(char c, int start) const;               // -1 if there is none, or start is behind the end
     int GetLength() const { return static_cast<int>(m_Buffer.size()); }

@@ -103,7 +103,8 @@ static void AppendAttributes(const CNode& node, std::string& text)
 static std::string GetStartLine(const CNode& node)
 {
     const std::string name = GetElementName(node.nKind);
-    if (NeedsGenericForm(name)) return " <Node name=\"" + EscapeAngles(name) + "\">\n";   // Kept: the blank in front
+    // Kept (files): the blank in front.
+    if (NeedsGenericForm(name)) return " <Node name=\"" + EscapeAngles(name) + "\">\n";
     std::string text = "<" + name;
     AppendAttributes(node, text);
     return text + ">\n";

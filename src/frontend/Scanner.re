@@ -385,7 +385,7 @@ static int Match(const char* const start, const char* const end)
     <INITIAL> "=>"                                  { return ARROW; }
 
     <INITIAL> "%" [IMQ] [BDLWX]? digit+ ("." digit+)*  { return ReturnDirectVariable(text.substr(1)); }
-    // Wanted as it stands: in this form every digit of the fraction is followed by an underscore.
+    // Wanted (sources) as it stands: in this form every digit of the fraction is followed by an underscore.
     <INITIAL> digit* "." (digit "_")+ exponent?     { return ReturnReal(DigitsOf(text, 0).GetBuffer()); }
     <INITIAL> digit+ ("_" digit+)*                  { return ReturnInteger(DigitsOf(text, 0), 10); }
     <INITIAL> "2#" [01] ("_"? [01])*                { return ReturnInteger(DigitsOf(text, 2), 2); }
@@ -412,7 +412,7 @@ static int Match(const char* const start, const char* const end)
     <INITIAL> any \ [\n]                            { yyerror("Unknown character"); return g_NoToken; }
 
     // What no rule takes leaves on standard output: so parentheses, bars and quotes inside a string are
-    // printed instead of stored. Wanted as it stands.
+    // printed instead of stored. Wanted (messages) as it stands.
     <IN_COMMENT, IN_STRING> *                       { Print(text); return g_NoToken; }
     <INITIAL> *                                     { EndScan(g_NoRuleMatches); }
     */

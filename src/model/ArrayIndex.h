@@ -33,7 +33,7 @@ public:
     std::int64_t GetSize(int dimension) const;
     // Product of all sizes; 1 without dimensions. Saturates far above any memory instead of wrapping.
     std::int64_t GetProduct() const;
-    // Kept: beyond the first dimension the running product is multiplied in twice (r = r * r * size),
+    // Kept (code): beyond the first dimension the running product is multiplied in twice (r = r * r * size),
     // and default values of arrays are repeated by this number. An internal fault without dimensions.
     std::int64_t GetTotalSize() const;
     std::unique_ptr<CArrayIndex> Clone() const;

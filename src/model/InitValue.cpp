@@ -29,7 +29,7 @@ std::string CInitValue::GetText(bool withZero) const
         return FormatReal(GetDouble());
     case Unsigned:
         if (GetUnsigned() == 0 && !withZero) return {};
-        // Kept: unsigned values above the signed half come out negative.
+        // Kept (code): unsigned values above the signed half come out negative.
         return FormatText("%d", static_cast<int>(GetUnsigned()));
     default: return {};
     }

@@ -82,7 +82,7 @@ int CPouTable::AddPou(std::unique_ptr<CPou> pPou)
     if (CFunctionOverLoad* pSet = pEntry->AsOverload()) return AddToOverload(*pSet, std::move(pFunction));
     if (HaveSameCount(*pEntry, *pFunction) && HaveSameTypes(*pEntry, *pFunction))
         return RefuseDuplicate(*pEntry, *pFunction);
-    if (!pEntry->IsFunction()) return -1;   // kept: silently
+    if (!pEntry->IsFunction()) return -1;   // Kept (messages): silently
     MakeOverload(found->second, std::move(pFunction));
     return 1;
 }
@@ -109,7 +109,7 @@ int CPouTable::RefuseDuplicate(const CPou& declaredBefore, const CPou& pou)
     return -1;
 }
 
-// Kept: the first member with as many parameters decides. If its types differ the function is taken, even if
+// Kept (sources): the first member with as many parameters decides. If its types differ the function is taken, even if
 // a later member is the same; and a function whose count no member has is refused without a word.
 int CPouTable::AddToOverload(CFunctionOverLoad& set, std::unique_ptr<CFunction> pFunction)
 {
@@ -155,7 +155,7 @@ CPou* CPouTable::FindPouExact(const CName& name) const
     return FindPouExact(name.GetText());
 }
 
-// Kept: the name is looked up as the target spells it, so one with capitals never counts as declared: it is
+// Kept (targets): the name is looked up as the target spells it, so one with capitals never counts as declared: it is
 // reported as missing, or made and then refused as a duplicate.
 std::vector<std::string> CPouTable::AddAutomaticPrograms()
 {

@@ -53,7 +53,7 @@ std::unique_ptr<CInitValue> CNorvane::MakeArrayValue(CType* pElement, CTypeArray
     return isNamedType ? BuildDefaultArrayInit(m_PendingIndex.get(), pArray, 0) : nullptr;
 }
 
-// "TYPE t : ARRAY ...". Kept: the first name takes the bounds away, so a declaration should have one name.
+// "TYPE t : ARRAY ...". Kept (sources): the first name takes the bounds away, so a declaration should have one name.
 void CNorvane::AddArrayTypes(const CNode* pList, CType* pElement, CTypeArray* pArray, const CInitValue* pInit)
 {
     for (const CNode* pName : pList->m_Children) {

@@ -234,7 +234,7 @@ static void CheckFbParameters(CNorvane& norvane, const CNode* pList, const CType
     }
 }
 
-// An in-out member holds a pointer, so a call must set it. Kept: here the spelling of the names must agree.
+// An in-out member holds a pointer, so a call must set it. Kept (sources): here the spelling of the names must agree.
 static bool NamesAllInOuts(const CNode* pList, const CTypeStructFB& type)
 {
     std::unordered_set<std::string_view> names;

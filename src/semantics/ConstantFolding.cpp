@@ -105,7 +105,8 @@ static bool IsTestedDivisor(const CNode* pDivisor, ValueClass valueClass)
     return pDivisor->nKind == (valueClass == ValueClass::Real ? IMM_REAL : IMM_INTEGER);
 }
 
-// Wanted: with exchanged bounds this LIMIT gives another result than that of three literals, and than the machine's.
+// Wanted (code): with exchanged bounds this LIMIT gives another result than that of three literals, and than the
+// machine's.
 template <typename Number>
 static Number Limit(CNorvane& norvane, const CNode* pNode, Number low, Number value, Number high)
 {
@@ -272,7 +273,7 @@ static ValuePointer FoldIntegerList(CNorvane& norvane, const CNode* pNode)
     return std::make_unique<CInitValue>(result);
 }
 
-// Kept: MAX starts at the smallest positive number, so that one of negative reals gives that.
+// Kept (code): MAX starts at the smallest positive number, so that one of negative reals gives that.
 static ValuePointer FoldRealList(CNorvane& norvane, const CNode* pNode)
 {
     constexpr double highestStart = 1.7976931348623157E308;
@@ -309,7 +310,7 @@ static void FoldList(CNorvane& norvane, CNode* pNode)
 
 // ---- One operand.
 
-// Kept: an element of an array isn't folded here, a member is.
+// Kept (code): an element of an array isn't folded here, a member is.
 static void FoldOneOperand(CNorvane& norvane, CNode* pNode)
 {
     CNode* pOperand = pNode->Child(0);

@@ -116,8 +116,8 @@ void CNorvane::AddVariables(CNode* pList, CType* pType, const CInitValue* pInit)
     m_PendingIndex.reset();
 }
 
-// Kept: a member that is there already is reported and added all the same, and of several names of one array
-// declaration only the first owns the bounds.
+// Kept (addresses): a member that is there already is reported and added all the same, and of several names of one
+// array declaration only the first owns the bounds.
 void CNorvane::AddMembers(CNode* pList, CType* pType, const CInitValue* pInit)
 {
     if (pType->IsAny()) m_Errors.ErrAnyNotAllowed(pList->location);
@@ -196,7 +196,7 @@ void CNorvane::NoteExternal(const CVariable& variable)
 
 // A variable of the open block and the type, and in pInit the value that it starts with: of a type that the
 // user named the type's default where none is given, of any other none.
-// Kept: an array type with bounds gives them to the variable and is the plain array type from then on, so in
+// Kept (sources): an array type with bounds gives them to the variable and is the plain array type from then on, so in
 // "a, b : t" only a has bounds, and only a the type's default.
 std::unique_ptr<CVariable> CNorvane::MakeBlockVariable(CType*& pType, const CInitValue*& pInit)
 {

@@ -80,7 +80,7 @@ static CType* FindCommonType(CNorvane& norvane, CNode* pNode, const CNode* pList
     return failed ? nullptr : pCommon;
 }
 
-// MIN and MAX. Kept: an untyped literal takes the common type whatever the literal's kind.
+// MIN and MAX. Kept (sources): an untyped literal takes the common type whatever the literal's kind.
 static void TypeMinMax(CNorvane& norvane, CNode* pNode)
 {
     CNode* pList = pNode->Child(0);
@@ -144,7 +144,7 @@ static void NoteUntypedOperand(CNorvane& norvane, const CNode* pOperand)
     norvane.m_Notes.Add(Note::ValueWithoutType, pOperand->location);
 }
 
-// The base decides. Kept: a typed exponent isn't looked at, whatever it is.
+// The base decides. Kept (sources): a typed exponent isn't looked at, whatever it is.
 static void TypePower(CNorvane& norvane, CNode* pNode)
 {
     CNode* pLeft = pNode->Child(0);
@@ -174,7 +174,7 @@ static bool AcceptsLiteralRight(const CType* pType, const CNode* pLiteral)
     return pType->IsUnsigned() && IsUnsignedLiteral(pLiteral);
 }
 
-// The same on the left. Wanted: beside a REAL it is the right operand that is asked whether it is a literal,
+// The same on the left. Wanted (sources): beside a REAL it is the right operand that is asked whether it is a literal,
 // so that "x * 2.5" is accepted and "2.5 * x" is not.
 static bool AcceptsLiteralLeft(const CType* pType, const CNode* pLiteral, const CNode* pRight)
 {
@@ -220,7 +220,7 @@ static void TypeArithmetic(CNorvane& norvane, CNode* pNode)
     RefuseMismatch(norvane, pNode);
 }
 
-// Wanted: two variables must be signed, but beside a literal any type passes that the literal can take.
+// Wanted (sources): two variables must be signed, but beside a literal any type passes that the literal can take.
 // A literal that can't has had its message, and nothing more is said of the node.
 static void TypeModulo(CNorvane& norvane, CNode* pNode)
 {
@@ -283,7 +283,7 @@ static void TypeComparison(CNorvane& norvane, CNode* pNode)
     if (pLeft->pType) RefuseOperation(norvane, pNode, pLeft->pType);
 }
 
-// Kept: beside a type without bits the literal is checked all the same, and where it suits, the node takes
+// Kept (messages): beside a type without bits the literal is checked all the same, and where it suits, the node takes
 // that type after the message.
 static void TypeBitsWithLiteral(CNorvane& norvane, CNode* pNode, CType* pType, CNode* pLiteral)
 {
@@ -335,7 +335,7 @@ static void TypeShiftCount(CNorvane& norvane, int kind, CNode* pCount)
     pCount->pType = norvane.m_DataTypes.FindType("INT");
 }
 
-// SHL, SHR, ROL, ROR. Wanted: a literal value becomes an INT, which has no bits, so it always fails.
+// SHL, SHR, ROL, ROR. Wanted (sources): a literal value becomes an INT, which has no bits, so it always fails.
 static void TypeShift(CNorvane& norvane, CNode* pNode)
 {
     CNode* pValue = pNode->Child(0);
@@ -507,7 +507,7 @@ static void CheckCastLiteral(CNorvane& norvane, CType* pFrom, CNode* pArgument)
         return;
     }
     if (IsSameType(pArgument->pType, pFrom)) return;
-    // Wanted: two messages for a constant of another type.
+    // Wanted (messages): two messages for a constant of another type.
     norvane.m_Errors.ErrCannotAssign(pFrom, pArgument->location);
     norvane.m_Errors.ErrCastArgument(pArgument->pType, pFrom, pArgument->location);
 }

@@ -37,7 +37,7 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitScalar(CType* pType, CNode* pNode
         return std::make_unique<CInitValue>(isInteger ? static_cast<double>(pNode->nValue) : pNode->dValue);
     }
     if (pType->IsBool()) return std::make_unique<CInitValue>(GetBoolOf(pNode));
-    // Kept: the low 32 bits, also where the type has 64.
+    // Kept (code): the low 32 bits, also where the type has 64.
     return std::make_unique<CInitValue>(static_cast<std::uint32_t>(static_cast<std::uint64_t>(pNode->nValue)));
 }
 
@@ -124,7 +124,7 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitStruct(CType* pType, const CNode*
     return pStruct;
 }
 
-// How often an array's default is repeated. Kept: for more than one dimension that is more than the array has
+// How often an array's default is repeated. Kept (code): for more than one dimension that is more than the array has
 // elements, see GetTotalSize.
 static std::int32_t GetDefaultCount(const CArrayOfArrayIndex* pIndex, int level)
 {

@@ -51,7 +51,7 @@ static void RefuseRepeatCount(const CNode* pNode, CErrorHandler& errors)
         errors.ErrArrayIndexType(pNode->location);
         return;
     }
-    // Wanted: a line of its own, and no error is counted.
+    // Wanted (messages): a line of its own, and no error is counted.
     Print("error required an integer value\n");
 }
 
@@ -85,7 +85,7 @@ bool CNorvane::CheckInitType(const CType* pDeclared, const CNode* pValue, const 
     return false;
 }
 
-// Any value but a list. Kept: array elements, strings and expressions that aren't constant are refused
+// Any value but a list. Kept (sources): array elements, strings and expressions that aren't constant are refused
 // silently; the declaration is left without a value.
 bool CNorvane::CheckInitElement(CType* pElement, CNode* pValue)
 {
@@ -101,7 +101,7 @@ bool CNorvane::CheckInitElement(CType* pElement, CNode* pValue)
     }
 }
 
-// Kept: a nested list's result replaces what was found before it, so a later list can cover an earlier
+// Kept (sources): a nested list's result replaces what was found before it, so a later list can cover an earlier
 // failure. Too few elements are fine, too many are warned of and stay.
 bool CNorvane::CheckArrayInit(CType* pType, CNode* pList, const CArrayOfArrayIndex* pIndex, int level)
 {
@@ -143,11 +143,11 @@ bool CNorvane::CheckStructMember(const CMember& member, const CNode* pName, CNod
     if (pValue->nKind == STRUCT_INIT_LIST && member.m_Type->IsStruct()) return CheckStructInit(member.m_Type, pValue);
     if (pValue->nKind == ARRAY_INIT_LIST && member.m_Type->IsArray())
         return CheckArrayInit(member.m_Type, pValue, member.m_Index.get(), 0);
-    m_Errors.ErrNotStruct(pName, pName->location);     // Kept: also where an array is missing.
+    m_Errors.ErrNotStruct(pName, pName->location);     // Kept (messages): also where an array is missing.
     return false;
 }
 
-// Pairs of name and value. Kept: the value's kind isn't looked at. One without children passes, so that
+// Pairs of name and value. Kept (sources): the value's kind isn't looked at. One without children passes, so that
 // "s : t := 5" gives a structure without values; and here too a later list covers an earlier failure.
 bool CNorvane::CheckStructInit(CType* pType, CNode* pList)
 {
@@ -174,7 +174,7 @@ bool CNorvane::CheckStructInit(CType* pType, CNode* pList)
 
 // ---- Declaring.
 
-// The value of a declared variable that is no structure and no array, null if it has none. Kept: a run-time
+// The value of a declared variable that is no structure and no array, null if it has none. Kept (sources): a run-time
 // expression, a string and a time give none, and no message.
 std::unique_ptr<CInitValue> CNorvane::MakeVariableValue(CNode* pList, CType* pType, CNode* pValue)
 {
@@ -230,7 +230,8 @@ void CNorvane::DeclareWithInit(CNode* pList, CType* pType, CNode* pValue)
         if (CheckStructInit(pBase, pValue)) pInit = BuildInitStruct(pBase, pValue);
         if (!pInit || pValue->nKind != STRUCT_INIT_LIST) NoteDroppedValue(pList);
     } else if (pValue->nKind == ARRAY_INIT_LIST) {
-        // Kept: a list that is refused leaves the names undeclared, so their uses are reported, or mean a global.
+        // Kept (sources): a list that is refused leaves the names undeclared, so their uses are reported, or mean a
+        // global.
         const CTypeArrayUser* pUser = pType->AsArrayUser();
         if (!pUser || !CheckArrayInit(pUser->m_ElementType, pValue, pUser->m_Index.get(), 0)) {
             for (const CNode* pName : pList->m_Children)

@@ -21,7 +21,7 @@ void CNorvane::CollapseNode(CNode* pNode)
         const SourceLocation last = pNode->Child(count - 1)->location;
         pNode->location.nFirstLine = first.nFirstLine;
         pNode->location.nFirstColumn = first.nFirstColumn;
-        pNode->location.nLastLine = last.nFirstLine;   // wanted: where the last operand starts
+        pNode->location.nLastLine = last.nFirstLine;   // Wanted (messages): where the last operand starts
         pNode->location.nLastColumn = last.nFirstColumn;
     }
     pNode->m_Children.clear();
@@ -180,7 +180,7 @@ static void FoldPower(CNorvane& norvane, CNode* pNode)
     pNode->bFractionLost = false;   // the note is drawn, whatever its type will be
 }
 
-// Kept: but for POWER, an integer and a real literal don't go together, and a comparison of such two stays.
+// Kept (sources): but for POWER, an integer and a real literal don't go together, and a comparison of such two stays.
 static void FoldTwoNumbers(CNorvane& norvane, CNode* pNode)
 {
     const CNode* pLeft = pNode->Child(0);
@@ -276,7 +276,7 @@ static void FoldBooleans(CNorvane& norvane, CNode* pNode)
         BecomeBoolean(norvane, pNode, Combine(pNode->nKind, pLeft->nKind == TRUE, pRight->nKind == TRUE));
         return;
     }
-    // A left operand that settles the result drops the right one, calls included. Wanted: only the left one
+    // A left operand that settles the result drops the right one, calls included. Wanted (code): only the left one
     // is looked at, and nothing of the right one's type.
     const bool settles =
         (pNode->nKind == AND && IsLiteralTruth(pLeft, false)) || (pNode->nKind == OR && IsLiteralTruth(pLeft, true));
@@ -334,7 +334,7 @@ static void FoldThreeNumbers(CNorvane& norvane, CNode* pNode)
 
 // ---- MIN and MAX.
 
-// Kept: a time of day is not among them.
+// Kept (sources): a time of day is not among them.
 static bool IsNoNumber(const CNode* pNode)
 {
     switch (pNode->nKind) {

@@ -87,7 +87,7 @@ int CNorvane::EvalIntegerExpression(CNode* pNode, std::int32_t& value)
     if (IsPoison(pNode)) return -1;
     switch (pNode->nKind) {
     case IMM_INTEGER:
-        // Kept: also over a type that the literal has already, and the code generator prints it.
+        // Kept (code): also over a type that the literal has already, and the code generator prints it.
         if (CType* pType = m_DataTypes.FindType("DINT")) pNode->pType = pType;
         NoteBeyond32Bits(m_Notes, pNode->nValue, pNode);
         value = LowBits(pNode->nValue);
@@ -125,7 +125,7 @@ static void ResolveArrayRoot(CNorvane& norvane, CNode* pNode)
     CVariable* pVariable = pNode->Child(0)->pVariable;
     if (!pVariable || !pVariable->IsArray()) {
         norvane.m_Errors.ErrNotArray(pNode, pNode->location);
-        return;   // Kept: the node stays without a type instead of taking the error type.
+        return;   // Kept (messages): the node stays without a type instead of taking the error type.
     }
     pNode->pVariable = pVariable;
     norvane.ResolveMemberPath(pNode, pVariable->GetIndex(), pVariable->m_Type);

@@ -102,7 +102,7 @@ int CNorvane::CheckAnyParameters(CFunction& function, CTypeAny*& pAny)
         CTypeAny* pFound = pType ? pType->AsAny() : nullptr;
         if (!pFound) continue;
         if (pAny && pAny != pFound) {
-            // Wanted: a line of its own, and no error is counted.
+            // Wanted (messages): a line of its own, and no error is counted.
             Print("type ANY must be of the same type\n");
             return -1;
         }

@@ -79,7 +79,7 @@ void CNorvane::CheckCondition(CNode* pNode)
 {
     CNode* pCondition = pNode->Child(pNode->nKind == REPEAT ? 1 : 0);
     const bool isBool = pCondition->pType && pCondition->pType->IsBool();
-    // Kept: a condition that has failed already is reported here once more.
+    // Kept (messages): a condition that has failed already is reported here once more.
     if (!isBool && !pCondition->IsBooleanLiteral() && !pCondition->IsBooleanInteger())
         m_Errors.ErrNeedsBoolean(pCondition->location);
     if (!pCondition->pType) TypeLiteral(pCondition, m_DataTypes.FindType("BOOL"));

@@ -194,7 +194,7 @@ static ValuePointer FoldWidened(CNorvane& norvane, std::int64_t a, std::int64_t 
     return FoldSigned(norvane, a, b, op, where);
 }
 
-// ---- A literal in the form that the value beside it asks for. Kept: a real literal beside an integer value
+// ---- A literal in the form that the value beside it asks for. Kept (code): a real literal beside an integer value
 // is read as an integer, which it never got, so it counts as 0. Only POWER lets such a pair through.
 
 static double GetReal(const CNode& literal)
@@ -275,8 +275,8 @@ ValuePointer CNorvane::FoldValueImmediate(const CInitValue& left, const CNode& r
     return pValue;
 }
 
-// Kept: on reals '-' and '/' exchange their operands, so that with a constant c "c - y" is y - c. The user hears of it
-// where that isn't the same.
+// Kept (code): on reals '-' and '/' exchange their operands, so that with a constant c "c - y" is y - c. The user
+// hears of it where that isn't the same.
 static ValuePointer FoldExchanged(CNorvane& norvane, double literal, double value, int op, const SourceLocation& where)
 {
     const bool isSame = op == '-' ? literal == value : std::fabs(literal) == std::fabs(value);

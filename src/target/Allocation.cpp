@@ -24,7 +24,7 @@ void CMemoryHandler::AllocatePouVariables()
     AllocateGlobalVariables();
 }
 
-// Kept: when BOOLs are packed, the retain globals are left to the global area. The area is looked at in
+// Kept (addresses): when BOOLs are packed, the retain globals are left to the global area. The area is looked at in
 // every call, so that an overflow is reported again, with what has come to it, at each POU that follows.
 void CMemoryHandler::AllocateRetainVariables()
 {
@@ -83,7 +83,7 @@ static void SetPlace(CVariable* pVariable, const MemoryCursor& cursor, std::int6
     pVariable->m_Offset = ToStoredBytes(cursor.nByte - bytes);
 }
 
-// Kept: the bit of any placed scalar is the bit cursor from before it, whatever its type; aggregates and
+// Kept (addresses): the bit of any placed scalar is the bit cursor from before it, whatever its type; aggregates and
 // strings have none. A full byte is left only after the offset has been taken.
 void CMemoryHandler::AllocateVariable(CVariable* pVariable, MemoryCursor& cursor)
 {
@@ -128,7 +128,7 @@ static bool IsStillToPack(const CVariable* pVariable, bool retainOnly)
 
 // Places all but the plain BOOLs, and those behind them, eight to a byte.
 //
-// Kept: what the first walk passes over takes part in the second, constants that are substituted too. The
+// Kept (addresses): what the first walk passes over takes part in the second, constants that are substituted too. The
 // closing move goes by the last variable of the whole list, of whatever type and placed by whomever, and is
 // made in every call, also when nothing is new. It never goes back into bytes that are in use.
 void CMemoryHandler::PackVariables(const std::vector<CVariable*>& list, std::size_t first, MemoryCursor& cursor,

@@ -20,7 +20,7 @@ struct ElementaryType
     bool canBeAllowed;          // by naming it in the target
 };
 
-// Kept: the 64-bit integers have 8 bits until the target says otherwise, and no target can allow them.
+// Kept (targets): the 64-bit integers have 8 bits until the target says otherwise, and no target can allow them.
 static constexpr ElementaryType g_ElementaryTypes[] = {
     {"SINT", 8, 4, CInitValue::Signed, true},
     {"INT", 16, 4, CInitValue::Signed, true},
@@ -67,7 +67,7 @@ void CDataType::LoadFromTarget()
     CType* pLast = ReadFormats(*pTarget);
     AddStringAndError();
 
-    // Kept: an unknown pointer type is the type that the formats set last. Where they set none it is the
+    // Kept (targets): an unknown pointer type is the type that the formats set last. Where they set none it is the
     // unsigned type of the usual width, so that pointers have a type on any target.
     std::string pointerName;
     pIec->GetAttribute(pointerName, "PointerType");
@@ -75,7 +75,7 @@ void CDataType::LoadFromTarget()
     if (!m_PointerType) m_PointerType = pLast ? pLast : FindType("UDINT");
 }
 
-// Kept: the list of allowed types is searched for each name as a part of it, so a target that names USINT
+// Kept (targets): the list of allowed types is searched for each name as a part of it, so a target that names USINT
 // allows INT and SINT too.
 void CDataType::AddElementaryTypes(const CXmlNode& iec)
 {
@@ -105,7 +105,7 @@ CType* CDataType::ReadFormats(CXmlNode& target)
         sizeBits = pNode->GetAttributeInt("size", sizeBits);
         align = pNode->GetAttributeInt("align", align);
 
-        // Kept: an unknown name changes the type found last.
+        // Kept (targets): an unknown name changes the type found last.
         if (CType* pFound = FindType(name)) pType = pFound;
         if (!pType) continue;
         pType->m_SizeBits = sizeBits;

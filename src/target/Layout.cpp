@@ -64,7 +64,7 @@ static bool IsLaidOut(const CTypeStruct* pStruct)
     return pStruct->m_SizeBits >= 0 && pStruct->m_Align >= 0;
 }
 
-// Kept: a BOOL that opens a byte returns the padding in front of it, and since places are taken as cursor
+// Kept (addresses): a BOOL that opens a byte returns the padding in front of it, and since places are taken as cursor
 // minus result, its offset is then the unaligned one. Images of earlier compiles are laid out so.
 std::int64_t CMemoryHandler::AllocateBits(const CType* pType, MemoryCursor& cursor, bool& carry)
 {
@@ -88,7 +88,7 @@ std::int64_t CMemoryHandler::AllocateBits(const CType* pType, MemoryCursor& curs
     return cursor.nByte - before;
 }
 
-// Whole bytes for each, as parameters have them; an aggregate is handed over by its address. Kept: a BOOL
+// Whole bytes for each, as parameters have them; an aggregate is handed over by its address. Kept (addresses): a BOOL
 // doesn't close the byte that earlier BOOLs have opened.
 std::int64_t CMemoryHandler::AllocateAligned(CType* pType, MemoryCursor& cursor)
 {
@@ -225,7 +225,7 @@ void CMemoryHandler::LayOutInnerStructs(CTypeStruct* pStruct)
     }
 }
 
-// Kept: an in-out member counts with the size of a pointer, not with its alignment.
+// Kept (addresses): an in-out member counts with the size of a pointer, not with its alignment.
 std::int64_t CMemoryHandler::GetCommonAlignment(const CTypeStruct* pStruct)
 {
     std::int64_t common = 1;

@@ -40,7 +40,7 @@ static const AreaFields* FindArea(std::string_view name)
     return nullptr;
 }
 
-// Kept: an absent size is the segment just read, or the size of the area before where there is none, and an
+// Kept (targets): an absent size is the segment just read, or the size of the area before where there is none, and an
 // absent segment is the size of the area before; target files rely on these defaults.
 void CMemoryHandler::LoadAreas(CXmlDocument& target)
 {
