@@ -4,7 +4,7 @@ include(CheckCXXSourceCompiles)
 
 option(NORVANE_WERROR "Warnings fail the build, as in test.sh" OFF)
 option(NORVANE_STATIC "Link the compiler statically where the system can; it starts in two thirds of the time" OFF)
-set(NORVANE_PROFILE "" CACHE STRING "generate: instrument the compiler; use: optimise by the profile; empty: neither")
+set(NORVANE_PROFILE "" CACHE STRING "generate: instrument the compiler; use: optimise by the profile; count: coverage; empty: none of it")
 
 add_compile_options(-Wall -Wextra -Wpedantic)
 # g++ 12 warns of an overlap inside std::string's operator+ that can't be: a fault of that compiler alone.
@@ -13,8 +13,9 @@ if(NORVANE_WERROR)
     add_compile_options(-Werror)
 endif()
 
-# Sanitizers check the same and more, and don't go together with a fortified C library.
-if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+# Sanitizers check the same and more, and don't go together with a fortified C library. Windows programs are built
+# position-independent anyway; the rest is for ELF.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize" AND NOT WIN32)
     # Programs and the libraries inside them; a module that others load is position-independent in its own way.
     set(is_program_code $<NOT:$<STREQUAL:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY>>)
     add_compile_options($<${is_program_code}:-fPIE> -fstack-protector-strong)
@@ -45,7 +46,10 @@ endif()
 # Counters lie beside the objects in this same build folder, where the second build finds them by itself.
 if(NORVANE_PROFILE STREQUAL "generate")
     add_compile_options(-fprofile-generate -fprofile-update=single)
-    add_link_options(-fprofile-generate -Wl,--wrap=_Exit)
+    add_link_options(-fprofile-generate)
+elseif(NORVANE_PROFILE STREQUAL "count")
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
 elseif(NORVANE_PROFILE STREQUAL "use")
     file(GLOB_RECURSE counters LIMIT_COUNT 1 ${PROJECT_BINARY_DIR}/CMakeFiles/*.gcda)
     if(NOT counters)

@@ -13,18 +13,6 @@
     AnswerLackOfMemory();
 }
 
-#ifdef NORVANE_PROFILED
-extern "C" void __gcov_dump(void);
-#endif
-
-// Builds that count what is run write their counters at the end of a process, which std::_Exit passes by.
-static void WriteProfile()
-{
-#ifdef NORVANE_PROFILED
-    __gcov_dump();
-#endif
-}
-
 int main(int argc, char** argv)
 {
     ReserveStandardDescriptors();
@@ -34,7 +22,6 @@ int main(int argc, char** argv)
     const int exitStatus = CCompileDriver(g_Norvane).Run(GetArguments(argc, argv));
     RemoveTemporaryFiles();   // also those of a run that stopped early
     const bool isPrinted = FinishPrinting();
-    WriteProfile();
     // Taking the tables apart entry by entry would cost a tenth of the run for nothing.
     std::_Exit(exitStatus == 0 && !isPrinted ? 1 : exitStatus);
 }
