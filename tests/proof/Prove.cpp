@@ -1,0 +1,122 @@
+// Proves the compiler by running what it makes: see docs/proof.md.
+
+#include "Proof.h"
+#include "Trial.h"
+#include "Writer.h"
+#include "machine/Image.h"
+
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace
+{
+
+struct Arguments
+{
+    std::uint64_t first = 1;      // seed
+    std::uint64_t count = 100;
+    std::size_t sets = 0;         // option sets for each program; 0: all
+    std::string folder;           // where the program of the first seed is written
+};
+
+struct Tally
+{
+    std::uint64_t programs = 0;
+    std::uint64_t compiles = 0;
+    std::uint64_t noted = 0;      // compiles left out
+    std::uint64_t discarded = 0;
+    std::uint64_t failures = 0;
+};
+
+}   // namespace
+
+static bool ReadNumber(std::string_view text, std::uint64_t& number)
+{
+    const std::from_chars_result end = std::from_chars(text.data(), text.data() + text.size(), number);
+    return end.ec == std::errc() && end.ptr == text.data() + text.size();
+}
+
+static bool ReadArguments(int argc, char** argv, Arguments& arguments)
+{
+    for (int i = 1; i + 1 < argc; i += 2) {
+        const std::string_view name = argv[i];
+        std::uint64_t number = 0;
+        if (name == "--write") {
+            arguments.folder = argv[i + 1];
+            continue;
+        }
+        if (!ReadNumber(argv[i + 1], number)) return false;
+        if (name == "--first") arguments.first = number;
+        else if (name == "--count") arguments.count = number;
+        else if (name == "--sets") arguments.sets = number;
+        else return false;
+    }
+    return argc % 2 == 1;
+}
+
+static bool TryOptions(const Proof& proof, const CScratch& scratch, const OptionSet& optionSet, Tally& tally)
+{
+    ++tally.compiles;
+    const Compiled compiled = CompileProof(scratch, optionSet);
+    std::string difference = compiled.error;
+    if (compiled.pImage && !compiled.notes.empty()) {
+        ++tally.noted;
+        if (std::getenv("PROVE_NOTES")) std::cout << "seed " << proof.seed << ": " << compiled.notes[0] << "\n";
+        return true;
+    }
+    if (compiled.pImage) difference = RunProof(*compiled.pImage, proof, optionSet.HasShortcut());
+    if (difference.empty()) return true;
+    ++tally.failures;
+    std::cout << "seed " << proof.seed << ", options " << optionSet.ToText() << ": " << difference << std::endl;
+    return false;
+}
+
+static void TryProgram(const Proof& proof, const CScratch& scratch, const Arguments& arguments, Tally& tally)
+{
+    scratch.WriteSource(proof);
+    const std::vector<OptionSet>& all = GetOptionSets();
+    const std::size_t count = arguments.sets == 0 ? all.size() : arguments.sets;
+    for (std::size_t i = 0; i < count; ++i)
+        if (!TryOptions(proof, scratch, all[(proof.seed + i) % all.size()], tally)) return;
+}
+
+static int WriteProof(const Arguments& arguments)
+{
+    const Proof proof = MakeProof(arguments.first);
+    std::error_code failure;
+    std::filesystem::create_directories(arguments.folder, failure);
+    const std::string folder = arguments.folder + "/";
+    const bool isWritten = WriteFile(folder + "program.st", WriteProgram(*proof.pProgram)) &&
+                           WriteFile(folder + "target.xml", GetProofTarget()) &&
+                           WriteFile(folder + "values.csv", WriteTable(proof, true, "")) &&
+                           WriteFile(folder + "values_bs0.csv", WriteTable(proof, false, "-bs0"));
+    if (!isWritten) std::cerr << "prove: " << arguments.folder << " can't be written\n";
+    return isWritten ? 0 : 2;
+}
+
+int main(int argc, char** argv)
+{
+    Arguments arguments;
+    if (!ReadArguments(argc, argv, arguments)) {
+        std::cerr << "usage: prove [--first SEED] [--count N] [--sets N] [--write FOLDER]\n";
+        return 2;
+    }
+    if (!arguments.folder.empty()) return WriteProof(arguments);
+    const CScratch scratch;
+    Tally tally;
+    for (std::uint64_t i = 0; i < arguments.count; ++i) {
+        const Proof proof = MakeProof(arguments.first + i);
+        ++tally.programs;
+        tally.discarded += static_cast<std::uint64_t>(proof.discarded);
+        TryProgram(proof, scratch, arguments, tally);
+    }
+    std::cout << tally.programs << " programs, " << tally.compiles << " compiles, " << tally.noted
+              << " left out for their notes, " << tally.discarded << " made again, " << tally.failures << " failures\n";
+    return tally.failures == 0 ? 0 : 1;
+}
