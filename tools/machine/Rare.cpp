@@ -153,9 +153,10 @@ static std::int64_t ShiftBits(const RareOperation& operation, const MachineOptio
 
 // ---- Division
 
+// Of types without sign both count as 64 bits without sign: a product of two of them may need the highest.
 static std::int64_t DivideIntegers(std::int64_t a, std::int64_t b, ValueKind kind)
 {
-    if (kind == ValueKind::U64)
+    if (!IsSigned(kind))
         return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) / static_cast<std::uint64_t>(b));
     return b == -1 ? Negate(a) : a / b;   // the lowest value by -1 wraps
 }

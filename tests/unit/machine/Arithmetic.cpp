@@ -291,6 +291,7 @@ TEST(MachineArithmetic, MulDivKeepsTheProduct)
     EXPECT_EQ(mulDiv("INT", "1000", "1000", "500"), "2000");
     EXPECT_EQ(mulDiv("INT", "-7", "3", "2"), "-10");
     EXPECT_EQ(mulDiv("UDINT", "4000000000", "2", "4"), "2000000000");
+    EXPECT_EQ(mulDiv("UDINT", "4000000000", "4000000000", "4000000000"), "4000000000");   // beyond 63 bits
     EXPECT_EQ(mulDiv("REAL", "1.5", "4.0", "2.0"), "3.0");
     EXPECT_EQ(mulDiv("LREAL", "1.5", "4.0", "8.0"), "0.75");
     EXPECT_EQ(mulDiv("INT", "1", "1", "0"), "trap: division by zero");
