@@ -84,6 +84,8 @@ static void ReadStack(const CXmlNode* pNode, DebugStack& stack)
     if (!pNode) return;
     stack.size = pNode->GetAttributeInt("size");
     stack.maxSize = pNode->GetAttributeInt("maxsize");
+    stack.maxDepth = pNode->GetAttributeInt("maxdepth");
+    stack.maxNestedDepth = pNode->GetAttributeInt("maxnesteddepth");
 }
 
 // The call tree tells the depth behind each call, but neither of the two numbers that it is counted with: they are
@@ -158,7 +160,10 @@ bool CDebugInfo::ReadDocument(const CXmlNode& root, const std::string& shownName
     if (const CXmlNode* pInfo = root.FindChild("INFO")) {
         for (const auto& pChild : pInfo->m_Children) {
             if (pChild->m_Name == "SOURCEFILE") m_Sources.push_back(pChild->m_Text);
-            if (pChild->m_Name == "PROGRAM") m_ProgramName = Attribute(*pChild, "name");
+            if (pChild->m_Name != "PROGRAM") continue;
+            m_ProgramName = Attribute(*pChild, "name");
+            m_ProgramVersion = Attribute(*pChild, "version");
+            m_FileTime = Attribute(*pChild, "filetime");
         }
     }
     if (const CXmlNode* pList = root.FindChild("POU_LIST")) {
@@ -178,6 +183,9 @@ bool CDebugInfo::ReadDocument(const CXmlNode& root, const std::string& shownName
     if (const CXmlNode* pAreas = root.FindChild("AREAS")) {
         m_GlobalUsed = pAreas->GetAttributeInt("globalused");
         m_RetainUsed = pAreas->GetAttributeInt("retainused");
+        m_Signs.global = pAreas->GetAttributeInt("globalsign");
+        m_Signs.retain = pAreas->GetAttributeInt("retainsign");
+        m_Signs.debugFile = pAreas->GetAttributeInt("dbisign");
     }
     const CXmlNode* pTypes = root.FindChild("DATATYPE");
     if (pTypes && !ReadTypes(*pTypes, shownName, error)) return false;
@@ -198,15 +206,16 @@ bool CDebugInfo::ReadTypes(const CXmlNode& node, const std::string& shownName, s
         type.align = std::max(1, pChild->GetAttributeInt("align", 1));
         for (const auto& pMember : pChild->m_Children)
             if (pMember->m_Name == "MEMBER") type.members.push_back(ReadVariable(*pMember));
+        type.sizeBits = pChild->GetAttributeInt("size");
         if (const ElementaryType* pElementary = FindElementary(type.baseName)) {
-            const int sizeBits = pChild->GetAttributeInt("size");
-            if (!MakeKind(pElementary->kind, sizeBits, type.kind)) {
-                error = shownName + ": " + type.name + " of " + std::to_string(sizeBits) + " bits can't be run";
+            if (!MakeKind(pElementary->kind, type.sizeBits, type.kind)) {
+                error = shownName + ": " + type.name + " of " + std::to_string(type.sizeBits) + " bits can't be run";
                 return false;
             }
             if (type.name == "BOOL") m_BoolAlign = type.align;
         }
-        m_Types.emplace(type.name, std::move(type));
+        const auto [stored, isNew] = m_Types.emplace(type.name, std::move(type));
+        if (isNew) m_TypeOrder.push_back(&stored->second);
     }
     return true;
 }

@@ -43,6 +43,7 @@ struct DebugType
     bool isText = false;            // STRING, which is closed on the machine: instructions of it can't be run
     ValueKind kind = ValueKind::S64;
     int align = 1;
+    int sizeBits = 0;               // as the file tells it; 0 of a structure
     std::vector<DebugVariable> members;
 };
 
@@ -50,6 +51,15 @@ struct DebugStack
 {
     int size = 0;
     int maxSize = 0;
+    int maxDepth = 0;               // of the return stack: the deepest use of a program,
+    int maxNestedDepth = 0;         // and the sum over all programs
+};
+
+struct DebugSigns                   // checksums
+{
+    int global = 0;
+    int retain = 0;
+    int debugFile = 0;
 };
 
 class CDebugInfo
@@ -64,8 +74,12 @@ public:
     // target doesn't allow. Null if there is none.
     const DebugType* FindType(std::string_view name) const;
     const DebugPou* FindPou(std::string_view name) const;   // in any case; null if there is none
+    const std::vector<const DebugType*>& GetTypes() const { return m_TypeOrder; }   // those of the file, in its order
 
     std::string m_ProgramName;
+    std::string m_ProgramVersion;
+    std::string m_FileTime;         // as printed: a signed number
+    DebugSigns m_Signs;
     std::vector<std::string> m_Sources;
     std::vector<DebugPou> m_Pous;
     std::vector<DebugVariable> m_Globals;
@@ -83,7 +97,7 @@ private:
     void AddMissingTypes();
     bool ReadDocument(const CXmlNode& root, const std::string& shownName, std::string& error);
 
-
     std::map<std::string, DebugType, std::less<>> m_Types;
+    std::vector<const DebugType*> m_TypeOrder;
     std::map<std::string, std::size_t, std::less<>> m_PouByName;   // lower case
 };

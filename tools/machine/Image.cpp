@@ -4,7 +4,7 @@
 
 constexpr std::int64_t g_Gap = 64;   // unused addresses between two regions
 
-static std::string DebugNameOf(const std::string& asmName)
+std::string GetDebugFileName(const std::string& asmName)
 {
     const std::size_t position = asmName.find(".asm");
     const bool isOnce = position != std::string::npos && position > 0 &&
@@ -15,7 +15,7 @@ static std::string DebugNameOf(const std::string& asmName)
 std::unique_ptr<CImage> CImage::Load(const std::string& asmName, const std::string& targetName, std::string& error)
 {
     auto pImage = std::make_unique<CImage>();
-    if (!pImage->m_DebugInfo.Load(DebugNameOf(asmName), error)) return nullptr;
+    if (!pImage->m_DebugInfo.Load(GetDebugFileName(asmName), error)) return nullptr;
     if (!targetName.empty() && !pImage->m_Target.emplace().Load(targetName, error)) return nullptr;
     if (!pImage->m_Listing.Load(asmName, pImage->m_DebugInfo, error)) return nullptr;
     if (!pImage->Finish(error)) return nullptr;

@@ -37,6 +37,9 @@ struct ImageProgram
     bool isStartUp = false;      // it calls the initialisation of the globals or of the retained variables
 };
 
+// The debug file that belongs to a listing: "a.asm" gives "a.dbi", "prog" gives "prog.dbi".
+std::string GetDebugFileName(const std::string& asmName);
+
 class CImage
 {
 public:

@@ -148,6 +148,7 @@ private:
     bool ReadLine(std::string_view line);
     bool ReadComment(std::string_view comment);
     bool ReadVariableComment(std::string_view comment);
+    void ReadHeaderComment(std::string_view comment);
     bool ReadMark(CLineScanner scanner);
     bool ReadEntryLabel(std::string_view label);
     bool ReadLabel(std::string_view label);
@@ -172,6 +173,7 @@ private:
     std::unordered_map<std::string, int> m_Labels;   // of jumps: the instruction behind
     std::vector<PendingJump> m_Jumps;
     bool m_HasMark = false;                          // a line mark is in force
+    bool m_HasHeader = false;                        // the last header waits for its entry label
 };
 
 bool CListing::Load(const std::string& fileName, const CDebugInfo& debugInfo, std::string& error)
@@ -245,7 +247,27 @@ bool CListingReader::ReadLine(std::string_view line)
 bool CListingReader::ReadComment(std::string_view comment)
 {
     if (comment.starts_with("Variable (")) return ReadVariableComment(comment.substr(10));
+    if (comment.starts_with(";\tNot used")) m_HasHeader = false;
+    if (comment.starts_with(" FUNCTION") || comment.starts_with(" PROGRAM")) ReadHeaderComment(comment.substr(1));
     return true;
+}
+
+// ; FUNCTION: name__1,	 file a.st,	 line 3
+void CListingReader::ReadHeaderComment(std::string_view comment)
+{
+    const std::size_t colon = comment.find(": ");
+    const std::size_t file = comment.find(",\t file ");
+    const std::size_t line = comment.rfind(",\t line ");
+    if (colon == std::string_view::npos || file == std::string_view::npos || line == std::string_view::npos) return;
+    constexpr std::size_t labelLength = 8;   // of ",\t file " and ",\t line "
+    if (file < colon + 2 || line < file + labelLength) return;
+    ListingHeader header;
+    header.kind = comment.substr(0, colon);
+    header.name = comment.substr(colon + 2, file - colon - 2);
+    header.fileName = comment.substr(file + labelLength, line - file - labelLength);
+    CLineScanner(comment.substr(line + labelLength)).TakeInt(header.line);
+    m_Listing.m_Headers.push_back(std::move(header));
+    m_HasHeader = true;
 }
 
 //		;Variable (0): x ((INT),VAR_INPUT)
@@ -301,6 +323,9 @@ bool CListingReader::ReadEntryLabel(std::string_view label)
         pou.kind = isGenerated ? ListingPou::Initialization : ListingPou::Function;
     }
     if (!m_Listing.m_Pous.empty()) m_Listing.m_Pous.back().end = pou.first;
+    if (m_HasHeader && m_Listing.m_Headers.back().name == pou.name)
+        m_Listing.m_Headers.back().pou = static_cast<int>(m_Listing.m_Pous.size());
+    m_HasHeader = false;
     if (!m_Listing.m_PouByLabel.emplace(label, static_cast<int>(m_Listing.m_Pous.size())).second)
         return Fail("label " + std::string(label) + " stands twice");
     m_Listing.m_Pous.push_back(std::move(pou));

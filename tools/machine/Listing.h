@@ -110,6 +110,15 @@ struct ListingVariable     // of a function, from its header comments
     std::int32_t offset = 0;
 };
 
+struct ListingHeader       // the comment in front of a POU
+{
+    std::string kind;      // "FUNCTION", "FUNCTION_BLOCK", "PROGRAM"
+    std::string name;      // with the "__1" of the second function of a name
+    std::string fileName;
+    int line = 0;
+    int pou = -1;          // position in m_Pous; -1: nothing reaches it, and its code is a comment
+};
+
 struct ListingPou
 {
     enum Kind { Program, Function, Initialization };
@@ -139,6 +148,7 @@ public:
     std::vector<Instruction> m_Instructions;
     std::vector<LineMark> m_Marks;
     std::vector<ListingPou> m_Pous;
+    std::vector<ListingHeader> m_Headers;          // of the POUs that come from sources, in their order
     std::vector<int> m_LabelTargets;               // instructions that labels stand in front of, rising, each once
     std::unordered_map<std::string, bool> m_LocatedGlobals;   // names of variables with an address of their own
 

@@ -24,7 +24,7 @@ static bool TakeNumber(std::string_view& text, std::int64_t& value)
 }
 
 // "INT[0..9,1..2][5..6]" and "[8,4][2]".
-static std::shared_ptr<const ArrayShape> ParseArray(std::string_view type, std::string_view displacement)
+std::shared_ptr<const ArrayShape> ParseArray(std::string_view type, std::string_view displacement)
 {
     auto pShape = std::make_shared<ArrayShape>();
     const std::size_t open = std::min(type.find('['), type.size());
@@ -103,12 +103,29 @@ void CNames::CollectLocals(const ImageProgram& program, ProgramNames& names)
 //	PUSH&(INT)[local+12]	;&x[0]
 //	...                         the index
 //	ADDRESS(INT) 2 1 5
+std::vector<const Instruction*> FollowIndexes(const CListing& listing, int instruction)
+{
+    // Follow the stack to the accesses of this address: it lies at height 1, each index above it.
+    const std::vector<Instruction>& all = listing.m_Instructions;
+    std::vector<const Instruction*> indexes;
+    const std::size_t base = static_cast<std::size_t>(instruction);
+    int height = 1;
+    for (std::size_t i = base + 1; i < all.size() && all[i].pou == all[base].pou; ++i) {
+        const bool isIndex = all[i].mnemonic == Mnemonic::Address || all[i].mnemonic == Mnemonic::AddressBit;
+        if (isIndex && height == 2) indexes.push_back(&all[i]);
+        else if (EndsStretch(all[i].mnemonic)) return {};   // an index that is computed with calls or jumps
+        const StackEffect effect = GetStackEffect(all[i]);
+        if (height - effect.pops < 1) break;
+        height += effect.pushes - effect.pops;
+    }
+    return indexes;
+}
+
 void CNames::CollectLocalArray(int instruction, std::string_view text, ProgramNames& names)
 {
     const std::size_t open = text.find("[0]");
     if (open == std::string_view::npos || text.find('[', open + 1) != std::string_view::npos) return;
-    const std::vector<Instruction>& all = m_Image.m_Listing.m_Instructions;
-    const Instruction& base = all[static_cast<std::size_t>(instruction)];
+    const Instruction& base = m_Image.m_Listing.m_Instructions[static_cast<std::size_t>(instruction)];
     LocalArray array;
     array.before = text.substr(0, open);
     array.behind = text.substr(open + 3);
@@ -118,24 +135,13 @@ void CNames::CollectLocalArray(int instruction, std::string_view text, ProgramNa
     const std::string key = ToLower(array.before) + "[]" + ToLower(array.behind);
     if (names.arrays.contains(key)) return;
 
-    // Follow the stack to the accesses of this address: it lies at height 1, each index above it.
     array.count = 1;
-    int height = 1;
-    bool isFound = false;
-    for (std::size_t i = static_cast<std::size_t>(instruction) + 1; i < all.size() && all[i].pou == base.pou; ++i) {
-        const bool isIndex = all[i].mnemonic == Mnemonic::Address || all[i].mnemonic == Mnemonic::AddressBit;
-        if (isIndex && height == 2) {
-            array.count *= all[i].high - all[i].number + 1;
-            array.stride = all[i].stride;
-            isFound = true;
-        } else if (EndsStretch(all[i].mnemonic)) {
-            return;   // an index that is computed with calls or jumps
-        }
-        const StackEffect effect = GetStackEffect(all[i]);
-        if (height - effect.pops < 1) break;
-        height += effect.pushes - effect.pops;
+    const std::vector<const Instruction*> indexes = FollowIndexes(m_Image.m_Listing, instruction);
+    for (const Instruction* pIndex : indexes) {
+        array.count *= pIndex->high - pIndex->number + 1;
+        array.stride = pIndex->stride;
     }
-    if (isFound) names.arrays.emplace(key, std::move(array));
+    if (!indexes.empty()) names.arrays.emplace(key, std::move(array));
 }
 
 std::vector<std::string> CNames::GetLocalNames(std::string_view program) const

@@ -31,6 +31,13 @@ struct ArrayShape
     std::vector<std::vector<Dimension>> levels;   // one for each pair of brackets
 };
 
+// Nothing if the text is no array type.
+std::shared_ptr<const ArrayShape> ParseArray(std::string_view type, std::string_view displacement);
+
+// The ADDRESS and ADDRESSBIT instructions that go on from the address of an array pushed by an instruction, its first
+// subscript first. None if a subscript is computed with calls or jumps.
+std::vector<const Instruction*> FollowIndexes(const CListing& listing, int instruction);
+
 struct NamedObject
 {
     std::string name;                            // as asked for

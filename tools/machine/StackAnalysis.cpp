@@ -52,12 +52,15 @@ bool EndsStretch(Mnemonic mnemonic)
     }
 }
 
-CStackAnalysis::CStackAnalysis(const CImage& image, int cellBytes) : m_Image(image)
+CStackAnalysis::CStackAnalysis(const CListing& listing) : m_Listing(listing)
 {
-    m_Depths.assign(image.m_Listing.m_Instructions.size(), unknown);
-    m_Summaries.resize(image.m_Listing.m_Pous.size());
+    m_Depths.assign(listing.m_Instructions.size(), unknown);
+    m_Summaries.resize(listing.m_Pous.size());
     for (std::size_t i = 0; i < m_Summaries.size(); ++i) AnalysePou(static_cast<int>(i));
+}
 
+CStackAnalysis::CStackAnalysis(const CImage& image, int cellBytes) : CStackAnalysis(image.m_Listing)
+{
     const std::int64_t cells = image.m_DebugInfo.m_ParameterStack.size / std::max(1, cellBytes);
     for (const ImageProgram& program : image.m_Programs) {
         const Summary& summary = m_Summaries[static_cast<std::size_t>(program.pou)];
@@ -78,11 +81,11 @@ void CStackAnalysis::AnalysePou(int pou)
         }
         if (!summary.isOpen) {
             summary.isOpen = true;
-            const ListingPou& listed = m_Image.m_Listing.m_Pous[static_cast<std::size_t>(current)];
+            const ListingPou& listed = m_Listing.m_Pous[static_cast<std::size_t>(current)];
             for (int i = listed.first; i < listed.end; ++i) {
-                const Instruction& instruction = m_Image.m_Listing.m_Instructions[static_cast<std::size_t>(i)];
+                const Instruction& instruction = m_Listing.m_Instructions[static_cast<std::size_t>(i)];
                 if (instruction.mnemonic != Mnemonic::Jsr || instruction.target < 0) continue;
-                const int callee = m_Image.m_Listing.m_Instructions[static_cast<std::size_t>(instruction.target)].pou;
+                const int callee = m_Listing.m_Instructions[static_cast<std::size_t>(instruction.target)].pou;
                 const Summary& called = m_Summaries[static_cast<std::size_t>(callee)];
                 if (called.isDone) continue;
                 if (called.isOpen) m_IsSafe = false;   // a circle
@@ -109,7 +112,7 @@ void CStackAnalysis::Reach(int instruction, std::int32_t depth, std::vector<int>
 
 void CStackAnalysis::FollowPou(int pou)
 {
-    const ListingPou& listed = m_Image.m_Listing.m_Pous[static_cast<std::size_t>(pou)];
+    const ListingPou& listed = m_Listing.m_Pous[static_cast<std::size_t>(pou)];
     Summary& summary = m_Summaries[static_cast<std::size_t>(pou)];
     if (listed.first == listed.end) return;
     std::vector<int> open;
@@ -118,7 +121,7 @@ void CStackAnalysis::FollowPou(int pou)
     while (!open.empty()) {
         const int i = open.back();
         open.pop_back();
-        const Instruction& instruction = m_Image.m_Listing.m_Instructions[static_cast<std::size_t>(i)];
+        const Instruction& instruction = m_Listing.m_Instructions[static_cast<std::size_t>(i)];
         std::int32_t depth = m_Depths[static_cast<std::size_t>(i)];
         const StackEffect effect = GetStackEffect(instruction);
         summary.lowest = std::min(summary.lowest, depth - effect.pops);
@@ -130,7 +133,7 @@ void CStackAnalysis::FollowPou(int pou)
             continue;
         }
         if (instruction.mnemonic == Mnemonic::Jsr && instruction.target >= 0) {
-            const int callee = m_Image.m_Listing.m_Instructions[static_cast<std::size_t>(instruction.target)].pou;
+            const int callee = m_Listing.m_Instructions[static_cast<std::size_t>(instruction.target)].pou;
             const Summary& called = m_Summaries[static_cast<std::size_t>(callee)];
             summary.lowest = std::min(summary.lowest, depth + called.lowest);
             summary.highest = std::max(summary.highest, depth + called.highest);

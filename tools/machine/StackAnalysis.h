@@ -24,6 +24,12 @@ class CStackAnalysis
 {
 public:
     CStackAnalysis(const CImage& image, int cellBytes);
+    // Of a listing alone, against no limit; m_IsSafe then tells of stretches only.
+    explicit CStackAnalysis(const CListing& listing);
+
+    // Cells above the start of a POU, those of what it calls included; and below it, -1 and less, of its caller.
+    int GetHighest(int pou) const { return m_Summaries[static_cast<std::size_t>(pou)].highest; }
+    int GetLowest(int pou) const { return m_Summaries[static_cast<std::size_t>(pou)].lowest; }
 
     bool m_IsSafe = true;
     std::vector<std::int32_t> m_Depths;   // cells in front of each instruction, from the start of its POU; or unknown
@@ -44,6 +50,6 @@ private:
     void FollowPou(int pou);
     void Reach(int instruction, std::int32_t depth, std::vector<int>& open);
 
-    const CImage& m_Image;
+    const CListing& m_Listing;
     std::vector<Summary> m_Summaries;
 };

@@ -41,6 +41,8 @@ bool CTargetInfo::ReadDocument(const CXmlNode& root, const std::string& shownNam
     for (const auto& pChild : pVm->m_Children) {
         TargetArea area;
         if (pChild->m_Name == "AREA" && ReadArea(*pChild, running, area)) m_Areas.push_back(area);
+        if (pChild->m_Name == "RETURNSTACK")
+            m_HasNestedPrograms = pChild->GetAttributeBool("nestedprogram", true);
         if (pChild->m_Name != "PROGRAM") continue;
         TargetProgram program;
         pChild->GetAttribute(program.name, "name");

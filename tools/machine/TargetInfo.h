@@ -31,6 +31,7 @@ public:
 
     std::vector<TargetArea> m_Areas;
     std::vector<TargetProgram> m_Programs;   // in the order of the file
+    bool m_HasNestedPrograms = true;         // programs can interrupt each other, so their stacks add up
 
 private:
     bool ReadDocument(const CXmlNode& root, const std::string& shownName, std::string& error);

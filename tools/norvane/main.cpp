@@ -1,5 +1,6 @@
 // norvane: runs and tests what the compiler made, without the controller.
 
+#include "norvane/ReportCommand.h"
 #include "norvane/RunCommand.h"
 #include "norvane/Session.h"
 #include "norvane/TestCommand.h"
@@ -13,6 +14,8 @@ int main(int argc, char** argv)
     std::function<int()> run;
     AddRunCommand(app, run);
     AddTestCommand(app, run);
+    AddReportCommand(app, run);
+    
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
