@@ -34,6 +34,22 @@ need_test_libraries() {
     need libbenchmark-dev has_header benchmark/benchmark.h
 }
 
+# A clang that links libFuzzer.
+has_fuzzer() {
+    printf 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }\n' |
+        clang++ -fsanitize=fuzzer,address -x c++ - -o /dev/null >/dev/null 2>&1
+}
+
+need_fuzzer() {
+    need clang has_fuzzer
+    need libclang-rt-14-dev has_fuzzer
+}
+
+need_analyzers() {
+    need clang-tidy clang-tidy --version
+    need cppcheck cppcheck --version
+}
+
 install_missing() {
     [ ${#missing[@]} -gt 0 ] || return 0
     local root=()

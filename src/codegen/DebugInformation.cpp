@@ -301,7 +301,7 @@ std::string CCodeGeneration::GetDebugName(const std::string& outputName)
     const std::size_t position = outputName.find(extension);
     const bool isCut = position != std::string::npos && position > 0 &&
                        outputName.find(extension, position + 1) == std::string::npos;
-    return outputName.substr(0, isCut ? position : std::string::npos) + ".dbi";
+    return (isCut ? outputName.substr(0, position) : outputName) + ".dbi";
 }
 
 void CCodeGeneration::WriteDebugDocument(XmlStream& stream) const
