@@ -750,7 +750,8 @@ Expression CProofGenerator::Evaluated(ScalarKind kind, int depth, bool mayBeImme
 Expression CProofGenerator::Binary(Operator op, ScalarKind kind, int depth)
 {
     const bool isArithmeticReal = IsReal(kind) && op >= Operator::Add && op <= Operator::Divide;
-    Expression left = Evaluated(kind, depth - 1, !isArithmeticReal && OneIn(4));
+    const bool isLogic = op == Operator::And || op == Operator::Or;   // with 0 or 1 on the left they are folded, too
+    Expression left = Evaluated(kind, depth - 1, !isArithmeticReal && !isLogic && OneIn(4));
     Expression right = Evaluated(kind, depth - 1, !left.isImmediate);
     const bool isComparison = op >= Operator::Equal && op <= Operator::GreaterEqual;
     return Make(op, isComparison ? ScalarKind::Bool : kind, {std::move(left), std::move(right)});

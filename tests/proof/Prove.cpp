@@ -1,5 +1,6 @@
 // Proves the compiler by running what it makes: see docs/proof.md.
 
+#include "Faults.h"
 #include "Proof.h"
 #include "Trial.h"
 #include "Writer.h"
@@ -22,6 +23,9 @@ struct Arguments
     std::uint64_t first = 1;      // seed
     std::uint64_t count = 100;
     std::size_t sets = 0;         // option sets for each program; 0: all
+    std::uint64_t everyAsProgram = 50;   // each such program is compiled by the program `compiler`
+    std::uint64_t faults = 0;     // that many are put in and counted
+    std::uint64_t atLeast = 0;    // percent of them that must be seen
     std::string folder;           // where the program of the first seed is written
 };
 
@@ -55,15 +59,18 @@ static bool ReadArguments(int argc, char** argv, Arguments& arguments)
         if (name == "--first") arguments.first = number;
         else if (name == "--count") arguments.count = number;
         else if (name == "--sets") arguments.sets = number;
+        else if (name == "--faults") arguments.faults = number;
+        else if (name == "--at-least") arguments.atLeast = number;
+        else if (name == "--process-every") arguments.everyAsProgram = number;
         else return false;
     }
     return argc % 2 == 1;
 }
 
-static bool TryOptions(const Proof& proof, const CScratch& scratch, const OptionSet& optionSet, Tally& tally)
+static bool TryOptions(const Proof& proof, const CScratch& scratch, const OptionSet& optionSet, CompileWay way, Tally& tally)
 {
     ++tally.compiles;
-    const Compiled compiled = CompileProof(scratch, optionSet);
+    const Compiled compiled = CompileProof(scratch, optionSet, way);
     std::string difference = compiled.error;
     if (compiled.pImage && !compiled.notes.empty()) {
         ++tally.noted;
@@ -82,8 +89,10 @@ static void TryProgram(const Proof& proof, const CScratch& scratch, const Argume
     scratch.WriteSource(proof);
     const std::vector<OptionSet>& all = GetOptionSets();
     const std::size_t count = arguments.sets == 0 ? all.size() : arguments.sets;
+    const bool isProgram = arguments.everyAsProgram > 0 && proof.seed % arguments.everyAsProgram == 0;
+    const CompileWay way = isProgram ? CompileWay::Program : CompileWay::Copy;
     for (std::size_t i = 0; i < count; ++i)
-        if (!TryOptions(proof, scratch, all[(proof.seed + i) % all.size()], tally)) return;
+        if (!TryOptions(proof, scratch, all[(proof.seed + i) % all.size()], way, tally)) return;
 }
 
 static int WriteProof(const Arguments& arguments)
@@ -104,10 +113,12 @@ int main(int argc, char** argv)
 {
     Arguments arguments;
     if (!ReadArguments(argc, argv, arguments)) {
-        std::cerr << "usage: prove [--first SEED] [--count N] [--sets N] [--write FOLDER]\n";
+        std::cerr << "usage: prove [--first SEED] [--count N] [--sets N] [--process-every N] [--write FOLDER]\n"
+                     "       prove --faults N [--first SEED] [--at-least PERCENT]\n";
         return 2;
     }
     if (!arguments.folder.empty()) return WriteProof(arguments);
+    if (arguments.faults > 0) return RunFaults(arguments.faults, arguments.first, arguments.atLeast);
     const CScratch scratch;
     Tally tally;
     for (std::uint64_t i = 0; i < arguments.count; ++i) {

@@ -1,10 +1,14 @@
 #include "Trial.h"
 
 #include "Writer.h"
+#include "driver/CompileDriver.h"
+#include "files/Print.h"
+#include "files/TemporaryFiles.h"
 #include "machine/Image.h"
 #include "machine/Machine.h"
 #include "machine/Names.h"
 #include "norvane/CompilerRun.h"
+#include "semantics/Norvane.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -15,7 +19,10 @@
 #include <iterator>
 #include <optional>
 
+#include <fcntl.h>
 #include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 bool OptionSet::HasShortcut() const
 {
@@ -68,14 +75,14 @@ std::string GetProofTarget()
 <AREA name="INPUT" segment="1000" size="100" code="1"/>
 <AREA name="OUTPUT" segment="2000" size="100" code="2"/>
 <AREA name="MEMORY" segment="3000" size="100" code="3"/>
-<AREA name="GLOBAL" size="65536" code="4"/>
+<AREA name="GLOBAL" size="16384" code="4"/>
 <AREA name="RETAIN" size="4096" code="5"/>
 <AREA name="LOCAL" code="6"/>
 <AREA name="ABSOLUTE" code="7"/>
 <PROGRAM name="start" id="3" auto="1" initglobal="1" initretain="1"/>
 <PROGRAM name="main" id="1"/>
 <PROGRAM name="second" id="2"/>
-<RETURNSTACK size="65536" maxsize="65536" calloverload="8" align="4" nestedprogram="1"/>
+<RETURNSTACK size="8192" maxsize="8192" calloverload="8" align="4" nestedprogram="1"/>
 <PARAMETERSTACK size="1024" maxsize="1024"/>
 </VM>
 </TARGET></COMPILER></DEVICE>
@@ -122,10 +129,48 @@ void CScratch::WriteSource(const Proof& proof) const
 
 // ---- Compiling and running
 
-Compiled CompileProof(const CScratch& scratch, const OptionSet& optionSet)
+namespace
+{
+
+// The compiler's main without the start of a program. Its tables are made once, and every child has its own copy.
+class CCopiedRun : public CCompilerRun
+{
+protected:
+    int Run(const std::vector<std::string>& command, const std::string& folder, const std::string& outputName) override;
+};
+
+}   // namespace
+
+[[noreturn]] static void RunChild(const std::vector<std::string>& command, const std::string& outputName)
+{
+    const int output = open(outputName.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    constexpr int cannotRun = 127;
+    if (output < 0 || dup2(output, STDOUT_FILENO) < 0 || dup2(output, STDERR_FILENO) < 0) std::_Exit(cannotRun);
+    const int exitStatus = CCompileDriver(g_Norvane).Run({command.begin() + 1, command.end()});
+    RemoveTemporaryFiles();
+    const bool isPrinted = FinishPrinting();
+    std::_Exit(exitStatus == 0 && !isPrinted ? 1 : exitStatus);
+}
+
+int CCopiedRun::Run(const std::vector<std::string>& command, const std::string& folder, const std::string& outputName)
+{
+    std::vector<std::string> absolute = command;
+    absolute.back() = folder + "/" + command.back();   // behind -o
+    std::cout.flush();
+    const pid_t child = fork();
+    if (child < 0) return -1;
+    if (child == 0) RunChild(absolute, outputName);
+    int status = 0;
+    if (waitpid(child, &status, 0) < 0) return -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+Compiled CompileProof(const CScratch& scratch, const OptionSet& optionSet, CompileWay way)
 {
     Compiled compiled;
-    CCompilerRun run;
+    CCompilerRun program;
+    CCopiedRun copy;
+    CCompilerRun& run = way == CompileWay::Copy ? copy : program;
     if (!run.Compile({scratch.GetSourceName()}, scratch.GetTargetName(), optionSet.options, compiled.error)) return compiled;
     compiled.notes = run.GetNotes();
     const std::string name = run.GetListingName();

@@ -47,7 +47,11 @@ struct Compiled
     std::string error;
 };
 
-Compiled CompileProof(const CScratch& scratch, const OptionSet& optionSet);
+// Each compile is a process: the program `compiler` itself, or a copy of this process, which has the compiler in it and
+// saves the start of a program.
+enum class CompileWay { Program, Copy };
+
+Compiled CompileProof(const CScratch& scratch, const OptionSet& optionSet, CompileWay way);
 
 // Runs all scans and compares all that is observed behind each. Empty, or the first difference or trap.
 std::string RunProof(const CImage& image, const Proof& proof, bool hasShortcut);

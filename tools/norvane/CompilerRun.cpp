@@ -29,8 +29,7 @@ CCompilerRun::~CCompilerRun()
     if (!m_Folder.empty()) fs::remove_all(m_Folder, failure);
 }
 
-// Exit status, or -1 if the program couldn't be run.
-static int Run(const std::vector<std::string>& command, const std::string& folder, const std::string& outputName)
+int CCompilerRun::Run(const std::vector<std::string>& command, const std::string& folder, const std::string& outputName)
 {
     std::vector<char*> arguments;
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));

@@ -10,7 +10,7 @@ class CCompilerRun
 {
 public:
     CCompilerRun() = default;
-    ~CCompilerRun();
+    virtual ~CCompilerRun();
     CCompilerRun(const CCompilerRun&) = delete;
     CCompilerRun& operator=(const CCompilerRun&) = delete;
 
@@ -23,6 +23,10 @@ public:
     std::string GetListingName() const { return m_Folder + "/program.asm"; }
     // The compiler was given absolute names; the image gets back those that the user knows.
     void RestoreSourceNames(CImage& image) const;
+
+protected:
+    // Exit status, or -1 if the program couldn't be run. Both outputs go to the file. The first word is the compiler.
+    virtual int Run(const std::vector<std::string>& command, const std::string& folder, const std::string& outputName);
 
 private:
     void CollectNotes(const std::string& printed, const std::string& target);
