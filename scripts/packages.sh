@@ -32,6 +32,7 @@ need_norvane_libraries() {
 need_test_libraries() {
     need libgtest-dev has_header gtest/gtest.h
     need libbenchmark-dev has_header benchmark/benchmark.h
+    need python3 python3 --version
 }
 
 # A clang that links libFuzzer.

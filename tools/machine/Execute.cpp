@@ -635,5 +635,4 @@ void CMachine::MakeTrap(TrapKind kind, const Op& op)
         m_Bases[CellBase] += (effect.pops - effect.pushes) * static_cast<std::ptrdiff_t>(sizeof(std::int64_t));
     }
     m_Trap.stackTop = m_Code.isPlain ? GetStackTop(StackSnapshot::most) : ReadSnapshot(number);
-    m_Frames.clear();
 }

@@ -75,7 +75,7 @@ public:
     const Trap& GetTrap() const { return m_Trap; }         // behind RunStatus::Trapped
     const std::vector<std::string>& GetFindings() const { return m_Findings; }   // of MachineOptions::strict
 
-    // ---- Where it stands, while stopped
+    // ---- Where it stands, while stopped or behind a trap
 
     CodePosition GetPosition() const;                      // of the instruction that comes next
     std::vector<CodePosition> GetCallers() const;          // from the nearest to the program

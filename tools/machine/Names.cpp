@@ -54,19 +54,61 @@ CNames::CNames(const CImage& image) : m_Image(image)
 {
     for (std::size_t i = 0; i < image.m_DebugInfo.m_Globals.size(); ++i)
         m_Globals.emplace(ToLower(image.m_DebugInfo.m_Globals[i].name), i);
-    m_Locals.resize(image.m_Programs.size());
-    for (std::size_t i = 0; i < image.m_Programs.size(); ++i) {
-        m_Programs.emplace(ToLower(image.m_Programs[i].name), i);
-        CollectLocals(image.m_Programs[i], m_Locals[i]);
+    for (std::size_t i = 0; i < image.m_Programs.size(); ++i) m_Programs.emplace(ToLower(image.m_Programs[i].name), i);
+    FindPointerType();
+    m_Locals.resize(image.m_Listing.m_Pous.size());
+    for (std::size_t i = 0; i < m_Locals.size(); ++i) {
+        const ListingPou& pou = image.m_Listing.m_Pous[i];
+        const DebugType* pType = image.m_DebugInfo.FindType(pou.name);
+        const bool isBlock = pou.kind == ListingPou::Function && pType && pType->isFunctionBlock;
+        if (!isBlock) CollectLocals(pou, m_Locals[i]);
     }
 }
 
-// ---- What the comments of a program's code tell
+// ---- What the comments of a POU's code tell
 
-void CNames::CollectLocals(const ImageProgram& program, ProgramNames& names)
+static std::string_view FirstName(std::string_view text)
+{
+    return text.substr(0, text.find_first_of(".["));
+}
+
+// The prologue of each function block takes a pointer; else any unsigned number of 32 bits may be one.
+bool CNames::IsPointerType(const DebugType& type) const
+{
+    return m_pPointerType ? m_pPointerType->baseName == type.baseName : type.kind == ValueKind::U32;
+}
+
+void CNames::FindPointerType()
 {
     const CListing& listing = m_Image.m_Listing;
-    const ListingPou& pou = listing.m_Pous[static_cast<std::size_t>(program.pou)];
+    for (const ListingPou& pou : listing.m_Pous) {
+        if (pou.kind != ListingPou::Function) continue;
+        constexpr int prologue = 4;   // instructions at most in front of the one that stores it
+        for (int i = pou.first; i < std::min(pou.end, pou.first + prologue); ++i) {
+            const Instruction& instruction = listing.m_Instructions[static_cast<std::size_t>(i)];
+            if (listing.GetComment(instruction) != "FB_INSTANCE") continue;
+            m_pPointerType = instruction.pType;
+            return;
+        }
+    }
+}
+
+// What lies at an address that a call behind takes; null if there is no such call.
+const DebugType* CNames::FindCalledBlock(int instruction) const
+{
+    const CListing& listing = m_Image.m_Listing;
+    const std::size_t next = static_cast<std::size_t>(instruction) + 1;
+    if (next >= listing.m_Instructions.size() || listing.m_Instructions[next].mnemonic != Mnemonic::Jsr) return nullptr;
+    const int target = listing.m_Instructions[next].target;
+    if (target < 0) return nullptr;
+    const int callee = listing.m_Instructions[static_cast<std::size_t>(target)].pou;
+    const DebugType* pBlock = m_Image.m_DebugInfo.FindType(listing.m_Pous[static_cast<std::size_t>(callee)].name);
+    return pBlock && pBlock->isFunctionBlock ? pBlock : nullptr;
+}
+
+void CNames::CollectLocals(const ListingPou& pou, PouNames& names)
+{
+    const CListing& listing = m_Image.m_Listing;
     for (int i = pou.first; i < pou.end; ++i) {
         const Instruction& instruction = listing.m_Instructions[static_cast<std::size_t>(i)];
         if (instruction.area != MemoryArea::Local) continue;
@@ -78,6 +120,11 @@ void CNames::CollectLocals(const ImageProgram& program, ProgramNames& names)
         const bool isElement = text.starts_with('&');
         if (isElement) text.remove_prefix(1);
         if (text.empty()) continue;
+        names.firsts.insert(ToLower(FirstName(text)));
+        if (isElement && isValue) {   // the pointer to a structure or array that a function was given
+            names.pointers.insert(ToLower(text));
+            continue;
+        }
 
         LocalName name;
         name.text = text;
@@ -86,15 +133,15 @@ void CNames::CollectLocals(const ImageProgram& program, ProgramNames& names)
         name.pType = instruction.pType;
         if (isElement) CollectLocalArray(i, text, names);
         if (isAddress && !isElement) {
-            // Structures and arrays show the pointer type; only a call behind tells what lies there.
-            if (i + 1 >= pou.end) continue;
-            const Instruction& next = listing.m_Instructions[static_cast<std::size_t>(i) + 1];
-            if (next.mnemonic != Mnemonic::Jsr || next.target < 0) continue;
-            const int callee = listing.m_Instructions[static_cast<std::size_t>(next.target)].pou;
-            const DebugType* pBlock =
-                m_Image.m_DebugInfo.FindType(listing.m_Pous[static_cast<std::size_t>(callee)].name);
-            if (!pBlock || !pBlock->isFunctionBlock) continue;
-            name.pType = pBlock;
+            name.pType = FindCalledBlock(i);
+            if (!name.pType) {
+                // A scalar whose address is handed over shows its own type, a structure or array that of pointers.
+                if (IsPointerType(*instruction.pType)) {
+                    names.wholes.insert(ToLower(text));
+                    continue;
+                }
+                name.pType = instruction.pType;
+            }
         }
         if (names.byName.emplace(ToLower(text), names.names.size()).second) names.names.push_back(std::move(name));
     }
@@ -121,7 +168,7 @@ std::vector<const Instruction*> FollowIndexes(const CListing& listing, int instr
     return indexes;
 }
 
-void CNames::CollectLocalArray(int instruction, std::string_view text, ProgramNames& names)
+void CNames::CollectLocalArray(int instruction, std::string_view text, PouNames& names)
 {
     const std::size_t open = text.find("[0]");
     if (open == std::string_view::npos || text.find('[', open + 1) != std::string_view::npos) return;
@@ -149,8 +196,35 @@ std::vector<std::string> CNames::GetLocalNames(std::string_view program) const
     std::vector<std::string> texts;
     const auto found = m_Programs.find(ToLower(program));
     if (found == m_Programs.end()) return texts;
-    for (const LocalName& name : m_Locals[found->second].names) texts.push_back(name.text);
+    const std::size_t pou = static_cast<std::size_t>(m_Image.m_Programs[found->second].pou);
+    for (const LocalName& name : m_Locals[pou].names) texts.push_back(name.text);
     return texts;
+}
+
+std::vector<LocalPart> CNames::GetLocalParts(int pou) const
+{
+    std::vector<LocalPart> parts;
+    const PouNames& names = m_Locals[static_cast<std::size_t>(pou)];
+    for (const LocalName& name : names.names) {
+        parts.push_back({name.text, {}, 0});
+        const std::size_t open = name.text.find("[0]");
+        if (open == std::string::npos) continue;
+        const auto array = names.arrays.find(ToLower(name.text.substr(0, open)) + "[]" + ToLower(name.text.substr(open + 3)));
+        if (array != names.arrays.end()) parts.push_back({array->second.before, array->second.behind, array->second.count});
+    }
+    return parts;
+}
+
+bool CNames::IsWhole(int pou, std::string_view name) const
+{
+    const PouNames& names = m_Locals[static_cast<std::size_t>(pou)];
+    const std::string lower = ToLower(name);
+    return names.pointers.contains(lower) || (names.wholes.contains(lower) && !names.byName.contains(lower));
+}
+
+bool CNames::IsLocal(int pou, std::string_view name) const
+{
+    return m_Locals[static_cast<std::size_t>(pou)].firsts.contains(ToLower(FirstName(name)));
 }
 
 std::vector<NamedObject> CNames::GetFrameVariables(const MachineFrame& frame) const
@@ -228,8 +302,14 @@ std::optional<NamedObject> CNames::Find(std::string_view name, std::string& erro
         return object;
     }
     const auto program = m_Programs.find(first);
-    if (program != m_Programs.end() && length < name.size() && name[length] == '.')
-        return FindLocal(m_Image.m_Programs[program->second], name, name.substr(length + 1), error);
+    if (program != m_Programs.end() && length < name.size() && name[length] == '.') {
+        const ImageProgram& found = m_Image.m_Programs[program->second];
+        const std::uint32_t begin = m_Image.m_Regions[static_cast<std::size_t>(found.region)].begin;
+        std::optional<NamedObject> object = FindLocal(found.pou, begin, name.substr(length + 1), error);
+        if (object) object->name = name;
+        else error.insert(0, name.substr(0, length + 1));
+        return object;
+    }
     error = std::string(name) + ": there is no such global variable";
     return {};
 }
@@ -277,57 +357,80 @@ std::optional<NamedObject> CNames::FindDirect(std::string_view name, std::string
     return object;
 }
 
-std::optional<NamedObject> CNames::FindLocal(const ImageProgram& program, std::string_view name, std::string_view rest,
-                                             std::string& error) const
+NamedObject CNames::MakeLocal(const LocalName& local, std::uint32_t begin, std::string_view name) const
 {
-    const ProgramNames& names = m_Locals[static_cast<std::size_t>(&program - m_Image.m_Programs.data())];
-    const std::uint32_t begin = m_Image.m_Regions[static_cast<std::size_t>(program.region)].begin;
-    const auto make = [&](const LocalName& local) {
-        NamedObject object;
-        object.name = name;
-        object.pType = local.pType;
-        object.address = begin + static_cast<std::uint32_t>(local.offset);
-        object.bits = local.bit;
-        return object;
-    };
-    const std::string lower = ToLower(rest);
-    if (const auto found = names.byName.find(lower); found != names.byName.end())
-        return make(names.names[found->second]);
+    NamedObject object;
+    object.name = name;
+    object.pType = local.pType;
+    object.address = begin + static_cast<std::uint32_t>(local.offset);
+    object.bits = local.bit;
+    return object;
+}
 
-    // An element that the code never names by itself.
+// An element that the code never names by itself. Nothing without an error if there is no such array.
+std::optional<NamedObject> CNames::FindLocalElement(const PouNames& names, std::uint32_t begin, std::string_view name,
+                                                    std::string& error) const
+{
+    const std::string lower = ToLower(name);
     const std::size_t open = lower.find('[');
     const std::size_t close = lower.find(']');
-    if (open != std::string::npos && close != std::string::npos && open < close) {
-        const auto array = names.arrays.find(lower.substr(0, open) + "[]" + lower.substr(close + 1));
-        std::string_view number = std::string_view(lower).substr(open + 1, close - open - 1);
-        std::int64_t element = 0;
-        if (array != names.arrays.end() && TakeNumber(number, element) && number.empty()) {
-            const LocalArray& found = array->second;
-            if (element < 0 || element >= found.count) {
-                error = std::string(name) + ": the array has the elements 0 to " + std::to_string(found.count - 1);
-                return {};
-            }
-            const bool isBit = found.pType->kind == ValueKind::Bool && found.behind.empty();
-            LocalName local{std::string(rest), found.offset, found.bit, found.pType};
-            if (!isBit) local.offset += static_cast<std::int32_t>(element * found.stride);
-            NamedObject object = make(local);
-            if (isBit) object.bits += element * found.stride;
-            return object;
-        }
+    if (open == std::string::npos || close == std::string::npos || close < open) return {};
+    const auto array = names.arrays.find(lower.substr(0, open) + "[]" + lower.substr(close + 1));
+    std::string_view number = std::string_view(lower).substr(open + 1, close - open - 1);
+    std::int64_t element = 0;
+    if (array == names.arrays.end() || !TakeNumber(number, element) || !number.empty()) return {};
+    const LocalArray& found = array->second;
+    if (element < 0 || element >= found.count) {
+        error = std::string(name) + ": the array has the elements 0 to " + std::to_string(found.count - 1);
+        return {};
     }
+    const bool isBit = found.pType->kind == ValueKind::Bool && found.behind.empty();
+    LocalName local{std::string(name), found.offset, found.bit, found.pType};
+    if (!isBit) local.offset += static_cast<std::int32_t>(element * found.stride);
+    NamedObject object = MakeLocal(local, begin, name);
+    if (isBit) object.bits += element * found.stride;
+    return object;
+}
+
+std::optional<NamedObject> CNames::FindLocal(int pou, std::uint32_t begin, std::string_view name,
+                                             std::string& error) const
+{
+    const PouNames& names = m_Locals[static_cast<std::size_t>(pou)];
+    if (const auto found = names.byName.find(ToLower(name)); found != names.byName.end())
+        return MakeLocal(names.names[found->second], begin, name);
+    error.clear();
+    if (std::optional<NamedObject> element = FindLocalElement(names, begin, name, error)) return element;
+    if (!error.empty()) return {};
     // A member of a function block whose instance the code calls.
-    const std::size_t dot = lower.find('.');
-    if (dot != std::string::npos) {
-        const auto found = names.byName.find(lower.substr(0, dot));
-        if (found != names.byName.end() && names.names[found->second].pType->isStruct) {
-            NamedObject object = make(names.names[found->second]);
-            if (Walk(object, rest.substr(dot), error)) return object;
-            return {};
-        }
+    const std::size_t dot = name.find('.');
+    if (dot != std::string_view::npos) {
+        const auto found = names.byName.find(ToLower(name.substr(0, dot)));
+        if (found != names.byName.end() && names.names[found->second].pType->isStruct)
+            return FindBelow(MakeLocal(names.names[found->second], begin, name.substr(0, dot)), name.substr(dot), error);
     }
-    error = std::string(name) + ": the comments of the code of " + program.name +
+    const std::string& pouName = m_Image.m_Listing.m_Pous[static_cast<std::size_t>(pou)].name;
+    error = std::string(name) + ": the comments of the code of " + pouName +
             " name no such variable. A program's own variables are known by them alone";
     return {};
+}
+
+std::optional<NamedObject> CNames::GetInstance(const CMachine& machine, const MachineFrame& frame) const
+{
+    const ListingPou& pou = m_Image.m_Listing.m_Pous[static_cast<std::size_t>(frame.pou)];
+    MachineValue pointer;   // the prologue stores it in front of all else
+    NamedObject object;
+    object.pType = m_Image.m_DebugInfo.FindType(pou.name);
+    if (pou.kind != ListingPou::Function || !object.pType || !object.pType->isFunctionBlock) return {};
+    if (!machine.Read(frame.begin, ValueKind::U32, pointer)) return {};
+    object.address = static_cast<std::uint32_t>(pointer.integer) & g_AddressMask;
+    return object;
+}
+
+std::optional<NamedObject> CNames::FindBelow(const NamedObject& object, std::string_view steps, std::string& error) const
+{
+    NamedObject below = object;
+    if (!Walk(below, steps, error)) return {};
+    return below;
 }
 
 bool CNames::Walk(NamedObject& object, std::string_view steps, std::string& error) const
@@ -420,32 +523,48 @@ bool CNames::EnterElement(NamedObject& object, std::string_view subscripts, std:
     return false;
 }
 
-std::vector<NamedObject> CNames::GetChildren(const NamedObject& object, std::size_t most) const
+std::size_t CNames::CountChildren(const NamedObject& object) const
+{
+    if (object.pType) return object.pType->isStruct ? object.pType->members.size() : 0;
+    if (!object.pArray) return 0;
+    // No array has more elements than memory has bits; what a file claims beyond is cut.
+    constexpr std::uint64_t most = std::uint64_t{8} << g_AddressBits;
+    std::uint64_t count = 1;
+    for (const ArrayShape::Dimension& dimension : object.pArray->levels[object.level]) {
+        if (dimension.high < dimension.low) return 0;
+        const std::uint64_t span = static_cast<std::uint64_t>(dimension.high) - static_cast<std::uint64_t>(dimension.low);
+        count *= std::min(span, most - 1) + 1;
+        count = std::min(count, most);
+    }
+    return count;
+}
+
+// Subscripts of the element at a position; the last dimension runs fastest.
+static std::string MakeSubscripts(const std::vector<ArrayShape::Dimension>& level, std::uint64_t position)
+{
+    std::string subscripts;
+    for (std::size_t i = level.size(); i-- > 0;) {
+        const std::uint64_t count =
+            static_cast<std::uint64_t>(level[i].high) - static_cast<std::uint64_t>(level[i].low) + 1;
+        const std::uint64_t index = static_cast<std::uint64_t>(level[i].low) + (count == 0 ? position : position % count);
+        position = count == 0 ? 0 : position / count;
+        subscripts.insert(0, std::to_string(static_cast<std::int64_t>(index)) + (subscripts.empty() ? "" : ","));
+    }
+    return subscripts;
+}
+
+std::vector<NamedObject> CNames::GetChildren(const NamedObject& object, std::size_t first, std::size_t most) const
 {
     std::vector<NamedObject> children;
     std::string error;
-    if (object.pType && object.pType->isStruct) {
-        for (const DebugVariable& member : object.pType->members) {
-            if (children.size() >= most) break;
-            NamedObject child = object;
-            if (EnterMember(child, member, error)) children.push_back(std::move(child));
-        }
-    }
-    if (!object.pArray) return children;
-    const std::vector<ArrayShape::Dimension>& level = object.pArray->levels[object.level];
-    std::vector<std::int64_t> index;
-    for (const ArrayShape::Dimension& dimension : level) index.push_back(dimension.low);
-    for (bool isMore = true; isMore && children.size() < most;) {
-        std::string subscripts;
-        for (const std::int64_t i : index) subscripts += (subscripts.empty() ? "" : ",") + std::to_string(i);
+    const std::size_t count = CountChildren(object);
+    const std::size_t end = first + std::min(most, count - std::min(first, count));
+    for (std::size_t i = first; i < end; ++i) {
         NamedObject child = object;
-        if (EnterElement(child, subscripts, error)) children.push_back(std::move(child));
-        // The last dimension runs fastest.
-        isMore = false;
-        for (std::size_t i = level.size(); i-- > 0 && !isMore;) {
-            isMore = index[i] < level[i].high;
-            index[i] = isMore ? index[i] + 1 : level[i].low;
-        }
+        const bool isFound = object.pType
+                                 ? EnterMember(child, object.pType->members[i], error)
+                                 : EnterElement(child, MakeSubscripts(object.pArray->levels[object.level], i), error);
+        if (isFound) children.push_back(std::move(child));
     }
     return children;
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -52,6 +53,14 @@ struct NamedObject
     bool IsScalar() const { return pType && !pType->isStruct; }
 };
 
+// What comments tell of a POU's own variable: a name, or where `count` isn't 0 the elements "before[0]behind" and on.
+struct LocalPart
+{
+    std::string before;
+    std::string behind;
+    std::int64_t count = 0;
+};
+
 class CNames
 {
 public:
@@ -59,10 +68,24 @@ public:
 
     // Nothing, with a reason in `error`, if there is no such name.
     std::optional<NamedObject> Find(std::string_view name, std::string& error) const;
-    // Members or elements, at most `most`; none of a scalar.
-    std::vector<NamedObject> GetChildren(const NamedObject& object, std::size_t most) const;
+    // What lies in an object: `steps` is ".level" or "[3].b". Nothing, with a reason in `error`, if there is no such.
+    std::optional<NamedObject> FindBelow(const NamedObject& object, std::string_view steps, std::string& error) const;
+    // Members or elements from the position `first` on, at most `most`; none of a scalar.
+    std::vector<NamedObject> GetChildren(const NamedObject& object, std::size_t first, std::size_t most) const;
+    std::size_t CountChildren(const NamedObject& object) const;
     // Names that a program's code tells of its own variables, in the order of the code.
     std::vector<std::string> GetLocalNames(std::string_view program) const;
+    // The same of a POU of the listing, with the arrays whose elements the code names together. Nothing of a function
+    // block, whose variables are members of its instance.
+    std::vector<LocalPart> GetLocalParts(int pou) const;
+    // A variable of a POU whose memory begins there, by its name alone.
+    std::optional<NamedObject> FindLocal(int pou, std::uint32_t begin, std::string_view name, std::string& error) const;
+    // The comments of the POU's code tell of a variable of that name, were it only that there is one.
+    bool IsLocal(int pou, std::string_view name) const;
+    // A structure or array of that POU's that the code names as a whole, and no value of its own.
+    bool IsWhole(int pou, std::string_view name) const;
+    // The instance of a function block in progress; nothing for other POUs. Good from its first line mark on.
+    std::optional<NamedObject> GetInstance(const CMachine& machine, const MachineFrame& frame) const;
     // Parameters and variables of a function in progress, from its header comments, with the frame that they lie in.
     // Of structures and arrays the pointer type is all that is known.
     std::vector<NamedObject> GetFrameVariables(const MachineFrame& frame) const;
@@ -94,18 +117,25 @@ private:
         std::int64_t count = 0;
         std::int64_t stride = 0;                 // of the last dimension; bits of BOOL elements
     };
-    struct ProgramNames
+    struct PouNames
     {
         std::vector<LocalName> names;
         std::unordered_map<std::string, std::size_t> byName;     // lower case
         std::unordered_map<std::string, LocalArray> arrays;      // by "a[]" and what is behind, lower case
+        std::set<std::string, std::less<>> firsts;               // up to the first "." or "[", lower case
+        std::set<std::string, std::less<>> wholes;               // structures and arrays of unknown types, lower case
+        std::set<std::string, std::less<>> pointers;             // parameters that point at such, lower case
     };
 
-    void CollectLocals(const ImageProgram& program, ProgramNames& names);
-    void CollectLocalArray(int instruction, std::string_view text, ProgramNames& names);
+    bool IsPointerType(const DebugType& type) const;
+    void FindPointerType();
+    const DebugType* FindCalledBlock(int instruction) const;
+    void CollectLocals(const ListingPou& pou, PouNames& names);
+    void CollectLocalArray(int instruction, std::string_view text, PouNames& names);
     std::optional<NamedObject> FindDirect(std::string_view name, std::string& error) const;
-    std::optional<NamedObject> FindLocal(const ImageProgram& program, std::string_view name, std::string_view rest,
-                                         std::string& error) const;
+    NamedObject MakeLocal(const LocalName& local, std::uint32_t begin, std::string_view name) const;
+    std::optional<NamedObject> FindLocalElement(const PouNames& names, std::uint32_t begin, std::string_view name,
+                                                std::string& error) const;
     bool Walk(NamedObject& object, std::string_view steps, std::string& error) const;
     bool EnterMember(NamedObject& object, std::string_view name, std::string& error) const;
     bool EnterMember(NamedObject& object, const DebugVariable& member, std::string& error) const;
@@ -113,7 +143,8 @@ private:
     bool SetType(NamedObject& object, const DebugVariable& variable) const;
 
     const CImage& m_Image;
+    const DebugType* m_pPointerType = nullptr;                   // null: the code shows none
     std::unordered_map<std::string, std::size_t> m_Globals;      // lower case
     std::unordered_map<std::string, std::size_t> m_Programs;     // lower case
-    std::vector<ProgramNames> m_Locals;                          // for each program of the image
+    std::vector<PouNames> m_Locals;                              // for each POU of the listing; none of blocks
 };

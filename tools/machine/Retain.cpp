@@ -39,7 +39,7 @@ std::vector<CRetainFile::Entry> CRetainFile::Collect() const
             open.pop_back();
             if (object.isThroughPointer) continue;   // set anew by every call
             if (!object.IsScalar()) {
-                std::vector<NamedObject> children = m_Names.GetChildren(object, SIZE_MAX);
+                std::vector<NamedObject> children = m_Names.GetChildren(object, 0, SIZE_MAX);
                 open.insert(open.end(), std::make_move_iterator(children.rbegin()),
                             std::make_move_iterator(children.rend()));
                 continue;

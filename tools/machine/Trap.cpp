@@ -1,5 +1,17 @@
 #include "machine/Trap.h"
 
+#include <iterator>
+
+std::string_view GetTrapName(TrapKind kind)
+{
+    constexpr std::string_view names[] = {   // ORDER TRAP
+        "OutsideArea",     "IndexBounds", "DivisionByZero",      "StackUnderflow", "ParameterStackFull",
+        "ReturnStackFull", "NoLabel",     "TooManyInstructions", "SystemCall",     "NoSuchOperation",
+    };
+    static_assert(std::size(names) == static_cast<std::size_t>(TrapKind::NoSuchOperation) + 1);
+    return names[static_cast<std::size_t>(kind)];
+}
+
 static std::string ToText(const CodePosition& position)
 {
     if (position.file.empty()) return position.pou;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 enum class TrapKind : std::uint8_t   // ORDER TRAP
@@ -17,6 +18,8 @@ enum class TrapKind : std::uint8_t   // ORDER TRAP
     SystemCall,
     NoSuchOperation
 };
+
+std::string_view GetTrapName(TrapKind kind);   // "IndexBounds"
 
 // Where code stands.
 struct CodePosition

@@ -100,7 +100,13 @@ std::vector<std::string> SplitNames(const std::vector<std::string>& texts)
     return names;
 }
 
-std::unique_ptr<CImage> LoadProgram(const ProgramArguments& arguments, std::string& error)
+void PrintNote(const std::string& note)
+{
+    fmt::print(stderr, "{}\n", note);
+}
+
+std::unique_ptr<CImage> LoadProgram(const ProgramArguments& arguments,
+                                    const std::function<void(const std::string&)>& note, std::string& error)
 {
     const bool isListing = arguments.files.size() == 1 && arguments.files.front().ends_with(".asm");
     if (isListing) return CImage::Load(arguments.files.front(), arguments.target, error);
@@ -115,7 +121,7 @@ std::unique_ptr<CImage> LoadProgram(const ProgramArguments& arguments, std::stri
     }
     CCompilerRun run;
     if (!run.Compile(arguments.files, arguments.target, arguments.compilerOptions, error)) return nullptr;
-    for (const std::string& note : run.GetNotes()) fmt::print(stderr, "{}\n", note);
+    for (const std::string& text : run.GetNotes()) note(text);
     std::unique_ptr<CImage> pImage = CImage::Load(run.GetListingName(), arguments.target, error);
     if (pImage) run.RestoreSourceNames(*pImage);
     return pImage;

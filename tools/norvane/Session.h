@@ -4,6 +4,7 @@
 #include "machine/Machine.h"
 #include "machine/Names.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,9 +48,11 @@ struct ProgramArguments
     std::vector<std::string> compilerOptions;    // "-o1"
 };
 
-// Loads a program; sources are compiled first, in a folder of their own that is gone afterwards, and the compiler's notes
-// go to standard error. Null, with what to tell the user in `error`.
-std::unique_ptr<CImage> LoadProgram(const ProgramArguments& arguments, std::string& error);
+// Loads a program; sources are compiled first, in a folder of their own that is gone afterwards, and each of the
+// compiler's notes is told to `note`. Null, with what to tell the user in `error`.
+std::unique_ptr<CImage> LoadProgram(const ProgramArguments& arguments,
+                                    const std::function<void(const std::string&)>& note, std::string& error);
+void PrintNote(const std::string& note);         // to standard error
 
 // Gives the machine its tasks and times. False, with the reason, if one is unknown or no time.
 bool ConfigureMachine(CMachine& machine, const MachineArguments& arguments, std::string& error);

@@ -26,7 +26,7 @@ bool CTableRun::Prepare(bool countLines)
     program.files = m_Table.m_Programs;
     program.target = m_Table.m_Target;
     program.compilerOptions = m_Table.m_Options;
-    m_pImage = LoadProgram(program, error);
+    m_pImage = LoadProgram(program, PrintNote, error);
     if (!m_pImage) return Unable(m_Table.m_FileName + ": " + error);
     m_Arguments.options.countLines = countLines;
     m_Arguments.scanTime = m_Table.m_ScanTime;

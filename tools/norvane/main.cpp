@@ -1,5 +1,6 @@
 // norvane: runs and tests what the compiler made, without the controller.
 
+#include "norvane/DebugCommand.h"
 #include "norvane/ReportCommand.h"
 #include "norvane/RunCommand.h"
 #include "norvane/Session.h"
@@ -14,8 +15,8 @@ int main(int argc, char** argv)
     std::function<int()> run;
     AddRunCommand(app, run);
     AddTestCommand(app, run);
+    AddDebugCommand(app, run);
     AddReportCommand(app, run);
-    
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
