@@ -1,4 +1,4 @@
-// norvane: runs and tests what the compiler made, without the controller.
+// norvane: runs, tests and debugs what the compiler made, without the controller.
 
 #include "norvane/DebugCommand.h"
 #include "norvane/ReportCommand.h"
@@ -10,7 +10,7 @@
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Runs and tests compiled Structured Text on the desk, without the controller.", "norvane");
+    CLI::App app("Runs, tests and debugs compiled Structured Text on the desk, without the controller.", "norvane");
     app.require_subcommand(1);
     std::function<int()> run;
     AddRunCommand(app, run);

@@ -84,36 +84,83 @@ std::optional<NamedObject> CVariableTree::FindObject(const DebugFrame& frame, st
     return isOwn ? std::nullopt : names.Find(name, error);
 }
 
-// Names and subscripts that the parts of a branch go on with, each once.
-std::vector<std::string> CVariableTree::GetPartNames(const LocalScope& scope, const std::string& path) const
+const CVariableTree::Parts& CVariableTree::GetParts(int pou)
 {
-    std::vector<std::string> steps;
-    std::set<std::string> known;
-    const auto add = [&](std::string_view rest) {
-        if (!path.empty() && rest.starts_with('.')) rest.remove_prefix(1);
-        const std::size_t end = rest.starts_with('[') ? rest.find(']') : rest.find_first_of(".[");
-        const std::string step(rest.substr(0, rest.starts_with('[') && end != std::string_view::npos ? end + 1 : end));
-        if (!step.empty() && !step.starts_with("__") && known.insert(ToLower(step)).second) steps.push_back(step);
-    };
-    const auto goesOn = [](std::string_view text, std::string_view path) {
-        if (!ToLower(text).starts_with(ToLower(path))) return false;
-        return path.empty() || (text.size() > path.size() && (text[path.size()] == '.' || text[path.size()] == '['));
-    };
-    for (const NamedObject& object : scope.headed)
-        if (path.empty()) add(object.name);
-    for (const LocalPart& part : m_Program.m_pNames->GetLocalParts(scope.pou)) {
-        if (goesOn(part.before, path)) add(std::string_view(part.before).substr(path.size()));
-        if (part.count == 0 || !goesOn(path + "[", part.before)) continue;
-        // An array whose elements are known together: all of them, or what is behind one of them.
-        const std::string_view rest = std::string_view(path).substr(part.before.size());
-        const std::size_t close = rest.find(']');
-        constexpr std::int64_t most = 10'000;
-        if (rest.empty())
-            for (std::int64_t i = 0; i < std::min(part.count, most); ++i) add("[" + std::to_string(i) + "]");
-        else if (close != std::string_view::npos && goesOn(part.behind, rest.substr(close + 1)))
-            add(std::string_view(part.behind).substr(rest.size() - close - 1));
+    const auto [found, isNew] = m_Parts.try_emplace(pou);
+    Parts& parts = found->second;
+    if (!isNew) return parts;
+    for (LocalPart& part : m_Program.m_pNames->GetLocalParts(pou)) {
+        if (part.count == 0) parts.names.emplace_back(ToLower(part.before), part.before);
+        else parts.arrays[ToLower(part.before)].push_back(std::move(part));
     }
-    return steps;
+    std::sort(parts.names.begin(), parts.names.end());
+    return parts;
+}
+
+// "recipe" of "recipe.count", "[2]" of "[2].x".
+static std::string_view FirstStep(std::string_view text)
+{
+    if (!text.starts_with('[')) return text.substr(0, text.find_first_of(".["));
+    const std::size_t close = text.find(']');
+    return text.substr(0, close == std::string_view::npos ? close : close + 1);
+}
+
+// The steps that a name goes on with, each once: members by their names, elements by their numbers.
+class CSteps
+{
+public:
+    void Add(std::string_view rest)
+    {
+        if (rest.starts_with('.')) rest.remove_prefix(1);
+        const std::string_view step = FirstStep(rest);
+        if (step.empty() || step.starts_with("__") || !m_Known.insert(ToLower(step)).second) return;
+        m_Steps.emplace_back(step);
+    }
+    std::vector<std::string> Take()
+    {
+        // "[9]" comes in front of "[10]"; members stay in their order.
+        const auto rank = [](const std::string& step) {
+            const bool isElement = step.starts_with('[');
+            return std::pair(isElement ? step.size() : 0, isElement ? std::string_view(step) : std::string_view());
+        };
+        std::stable_sort(m_Steps.begin(), m_Steps.end(),
+                         [&](const std::string& a, const std::string& b) { return rank(a) < rank(b); });
+        return std::move(m_Steps);
+    }
+
+private:
+    std::vector<std::string> m_Steps;
+    std::set<std::string> m_Known;
+};
+
+std::vector<std::string> CVariableTree::GetPartNames(const LocalScope& scope, const std::string& path)
+{
+    CSteps steps;
+    const Parts& parts = GetParts(scope.pou);
+    const std::string lower = ToLower(path);
+    for (const NamedObject& object : scope.headed)
+        if (path.empty()) steps.Add(object.name);
+    auto name = std::lower_bound(parts.names.begin(), parts.names.end(), std::pair(lower, std::string()));
+    for (; name != parts.names.end() && name->first.starts_with(lower); ++name) {
+        const std::string_view rest = std::string_view(name->second).substr(path.size());
+        if (path.empty() || rest.starts_with('.') || rest.starts_with('[')) steps.Add(rest);
+    }
+    // An array whose elements are known together: all of them, or what is behind one of them.
+    const std::size_t open = std::min(lower.find('['), lower.size());
+    const auto arrays = parts.arrays.find(lower.substr(0, open));
+    if (arrays == parts.arrays.end()) return steps.Take();
+    const std::size_t close = lower.find(']', open);
+    for (const LocalPart& part : arrays->second) {
+        constexpr std::int64_t most = 10'000;
+        for (std::int64_t i = 0; open == lower.size() && i < std::min(part.count, most); ++i)
+            steps.Add("[" + std::to_string(i) + "]");
+        const std::size_t behind = close == std::string::npos ? 0 : lower.size() - close - 1;
+        const bool goesOn = close != std::string::npos && ToLower(part.behind).starts_with(lower.substr(close + 1));
+        if (!goesOn) continue;
+        const std::string_view rest = std::string_view(part.behind).substr(behind);
+        if (rest.starts_with('.') || rest.starts_with('[')) steps.Add(rest);
+    }
+    return steps.Take();
 }
 
 // ---- Views
@@ -317,7 +364,7 @@ std::optional<VariableView> CVariableTree::Evaluate(const DebugFrame& frame, std
     }
     // A structure of which the code names parts.
     const LocalScope scope = MakeScope(frame);
-    if (scope.pou < 0 || GetPartNames(scope, std::string(name)).empty()) return {};
+    if (scope.pou < 0 || name.empty() || GetPartNames(scope, std::string(name)).empty()) return {};
     return ShowPart(scope, std::string(name), std::string(name));
 }
 

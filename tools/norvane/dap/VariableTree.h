@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 // A line of a debugger's view of variables.
@@ -49,6 +51,12 @@ private:
         std::vector<NamedObject> headed;   // that the head of a function tells of
         std::string prefix;                // of names that are evaluated: "main."
     };
+    // What the comments tell of a POU's own variables, ordered for looking up what a name goes on with.
+    struct Parts
+    {
+        std::vector<std::pair<std::string, std::string>> names;            // in lower case, and as written; sorted
+        std::unordered_map<std::string, std::vector<LocalPart>> arrays;    // by what is in front of "[", lower case
+    };
     struct Node
     {
         enum class Kind { Object, Branch, Area, Bytes, Programs };
@@ -73,7 +81,8 @@ private:
     std::optional<NamedObject> FindHeaded(const LocalScope& scope, std::string_view name) const;
     std::optional<NamedObject> FindPart(const LocalScope& scope, const std::string& path, std::string& error) const;
     std::optional<NamedObject> FindChild(const Node& node, const std::string& name, std::string& error) const;
-    std::vector<std::string> GetPartNames(const LocalScope& scope, const std::string& path) const;
+    const Parts& GetParts(int pou);
+    std::vector<std::string> GetPartNames(const LocalScope& scope, const std::string& path);
 
     int AddNode(Node node);
     VariableView ShowObject(std::string name, std::string evaluateName, const NamedObject& object);
@@ -90,4 +99,5 @@ private:
     const CProgramRun& m_Program;
     std::vector<Area> m_Areas;
     std::vector<Node> m_Nodes;             // a reference is a position and 1
+    std::unordered_map<int, Parts> m_Parts;   // of the POUs that were looked at
 };
