@@ -514,6 +514,7 @@ def broken_streams():
             (b"x" * 100000, "a message's head does not end"),
             (b"Content-Length: 100\r\n\r\n{}", "the input ends in the middle of a message"),
             (b"Content-Length: 16777216\r\n\r\n" + b" " * 100000, "the input ends in the middle of a message"),
+            (b"Content-Length: 5\r\n\r\n", "the input ends in the middle of a message"),
             (b"Content-Len", "the input ends in the middle of a message")]:
         client = Client(NORVANE, SCRATCH)
         try:

@@ -22,7 +22,7 @@ public:
     // The next message; of a broken stream GetError tells why.
     Result Take(std::string& message);
     const std::string& GetError() const { return m_Error; }
-    bool IsInside() const { return m_Begin < m_Buffer.size(); }  // of a message that isn't whole yet
+    bool IsInside() const { return m_IsInBody || m_Begin < m_Buffer.size(); }   // of a message that isn't whole yet
 
 private:
     Result ReadHead();
