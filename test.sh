@@ -9,6 +9,11 @@ need_test_libraries
 need_norvane_libraries
 install_missing
 
+if command -v clang-format >/dev/null 2>&1; then
+    echo "== the format of what has changed"
+    scripts/check-format.sh
+fi
+
 export CTEST_PARALLEL_LEVEL="${CTEST_PARALLEL_LEVEL:-$(nproc)}"
 
 for preset in asan release; do
