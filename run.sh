@@ -1,14 +1,34 @@
 #!/usr/bin/env bash
 # Without arguments: builds the compiler and norvane, compiles the examples and runs one on the desk. With arguments:
 # passes them to the compiler, in the caller's directory.
-set -eu
+set -eu -o pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$top/scripts/packages.sh"
 
 need_build_tools
 install_missing >&2
 
-# What the build prints would stand between the compiler's own lines, so it is shown only where it fails.
+# How far a build is, from its lines on standard input: one line that changes on a terminal, a line for each twentieth
+# step elsewhere. To the descriptor $1, and only from the second $2 on.
+progress() {
+    local to=$1 after=$2 line begun=$SECONDS shown=
+    while IFS= read -r line; do
+        [[ $line =~ ^\[([0-9]+)/([0-9]+)\] ]] || continue
+        [ $((SECONDS - begun)) -ge "$after" ] || continue
+        if [ -t "$to" ]; then
+            printf '\r[%d/%d] ' "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}" >&"$to"
+            shown=1
+        elif [ $((BASH_REMATCH[1] % 20)) -eq 0 ]; then
+            printf '[%d/%d]\n' "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}" >&"$to"
+        fi
+    done
+    [ -z "$shown" ] || printf '\r\033[K' >&"$to"
+}
+
+# What the build prints would stand between the compiler's own lines, so it is shown only where it fails. With arguments
+# standard output is the compiler's, and how far the build is goes to standard error once it takes long.
+progress_to=(1 0)
+[ $# -eq 0 ] || progress_to=(2 3)
 build() {
     local log status=0
     log=$(mktemp)
@@ -18,7 +38,7 @@ build() {
             cmake --preset release -DNORVANE_TESTS=OFF -DNORVANE_BENCHMARKS=OFF
         fi
         cmake --build --preset release --target "$1"
-    } >"$log" 2>&1 || status=$?
+    } 2>&1 | tee "$log" | progress "${progress_to[@]}" || status=$?
     [ "$status" -eq 0 ] || cat "$log" >&2
     rm -f "$log"
     return "$status"
