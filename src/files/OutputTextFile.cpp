@@ -9,19 +9,36 @@ OutputTextFile::~OutputTextFile()
     Close();
 }
 
-bool OutputTextFile::Open(const std::string& name)
+void OutputTextFile::Begin()
 {
     Close();
     m_Failed = false;
     m_Pending.clear();
     m_Pending.reserve(g_PieceSize);
+}
+
+bool OutputTextFile::Open(const std::string& name)
+{
+    Begin();
     m_Descriptor = OpenForWriting(name.c_str(), /*isAppending=*/false);
     return IsOpen();
 }
 
+void OutputTextFile::OpenText(std::string& text)
+{
+    Begin();
+    m_pText = &text;
+}
+
+void OutputTextFile::Put(std::string_view bytes)
+{
+    if (m_pText) m_pText->append(bytes);
+    else m_Failed = m_Failed || !WriteBytes(m_Descriptor, bytes.data(), bytes.size());
+}
+
 void OutputTextFile::WriteOut()
 {
-    m_Failed = m_Failed || !WriteBytes(m_Descriptor, m_Pending.data(), m_Pending.size());
+    Put(m_Pending);
     m_Pending.clear();
 }
 
@@ -31,7 +48,7 @@ void OutputTextFile::Write(std::string_view text)
     if (!IsOpen() || m_Failed) return;
     if (m_Pending.size() + text.size() > g_PieceSize) WriteOut();
     if (text.size() <= g_PieceSize) m_Pending += text;
-    else m_Failed = m_Failed || !WriteBytes(m_Descriptor, text.data(), text.size());
+    else Put(text);
 }
 
 bool OutputTextFile::Close()
@@ -39,7 +56,8 @@ bool OutputTextFile::Close()
     if (!IsOpen()) return true;
     // What is still pending may fail only here, and what the system holds back only at the close.
     WriteOut();
-    const bool isClosed = CloseDescriptor(m_Descriptor);
+    const bool isClosed = m_pText || CloseDescriptor(m_Descriptor);
+    m_pText = nullptr;
     m_Descriptor = -1;
     return isClosed && !m_Failed;
 }

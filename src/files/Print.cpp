@@ -1,16 +1,28 @@
 #include "files/Print.h"
 
 #include <cstdio>
+#include <utility>
 
-static bool g_HasFailed = false;   // something of standard output is lost
+static bool g_HasFailed = false;               // something of standard output is lost
+static std::string* g_PrintedText = nullptr;   // takes what is printed; null: standard output
 
 static void FlushOutput()
 {
     if (std::fflush(stdout) != 0) g_HasFailed = true;
 }
 
+std::string* PrintInto(std::string* pText)
+{
+    FlushOutput();
+    return std::exchange(g_PrintedText, pText);
+}
+
 void Print(std::string_view text)
 {
+    if (g_PrintedText) {
+        g_PrintedText->append(text);
+        return;
+    }
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) g_HasFailed = true;
 }
 

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 // To standard output, as it is.
 void Print(std::string_view text);
+
+// From now on Print appends to the text, which is not owned, and what was printed before has left. Null: to standard
+// output again. Answers the text that it went to until now.
+std::string* PrintInto(std::string* pText);
 
 // At the end of the run. False if anything that was printed could not be written.
 bool FinishPrinting();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PrintedBy.h"
 #include "files/OutputTextFile.h"
 #include "frontend/Parser.h"
 #include "frontend/Scanner.h"
@@ -7,12 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <cstdio>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -89,25 +85,17 @@ inline CompiledText CompileText(const std::string& source, const CompileOptions&
     LoadTarget(norvane, options.target);
     if (options.prepare) options.prepare(norvane);
 
-    const std::string name = testing::TempDir() + "compile_text_" + std::to_string(getpid()) + ".asm";
-    OutputTextFile file;
-    EXPECT_TRUE(file.Open(name));
-    norvane.m_Code.m_Output = &file;
-
-    testing::internal::CaptureStdout();
-    ParseText(norvane, source);
-    if (options.initialisation) {
-        norvane.m_Code.WriteGlobalInitialization();
-        norvane.m_Code.WriteRetainInitialization();
-    }
-    std::fflush(stdout);
-    result.output = testing::internal::GetCapturedStdout();
-
+    OutputTextFile output;
+    output.OpenText(result.assembler);
+    norvane.m_Code.m_Output = &output;
+    result.output = PrintedBy([&] {
+        ParseText(norvane, source);
+        if (options.initialisation) {
+            norvane.m_Code.WriteGlobalInitialization();
+            norvane.m_Code.WriteRetainInitialization();
+        }
+    });
     norvane.m_Code.m_Output = nullptr;
-    EXPECT_TRUE(file.Close());
-    std::ifstream written(name, std::ios::binary);
-    result.assembler.assign(std::istreambuf_iterator<char>(written), std::istreambuf_iterator<char>());
-    written.close();
-    std::remove(name.c_str());
+    EXPECT_TRUE(output.Close());
     return result;
 }

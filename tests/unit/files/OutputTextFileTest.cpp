@@ -67,3 +67,20 @@ TEST(OutputTextFile, AFullDiskIsToldAtTheClose)
     file.Write("more");
     EXPECT_FALSE(file.Close());
 }
+
+TEST(OutputTextFile, ATextHasEverythingAfterTheClose)
+{
+    const std::string large(70000, 'x');   // more than is gathered in one piece
+    std::string text = "before ";
+    OutputTextFile file;
+    file.OpenText(text);
+    EXPECT_TRUE(file.IsOpen());
+    file.Write("one\n");
+    file.Write(large);
+    file.Write("two");
+    EXPECT_TRUE(file.Close());
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(text, "before one\n" + large + "two");
+    file.Write("three");
+    EXPECT_EQ(text, "before one\n" + large + "two");
+}

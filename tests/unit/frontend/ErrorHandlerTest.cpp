@@ -1,5 +1,6 @@
 #include "frontend/ErrorHandler.h"
 
+#include "PrintedBy.h"
 #include "frontend/Error.h"
 #include "frontend/MessageTable.h"
 #include "frontend/Node.h"
@@ -9,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <functional>
 #include <memory>
 #include <string>
@@ -18,14 +18,6 @@ namespace
 {
 
 using Call = std::function<void()>;
-
-std::string PrintedBy(const Call& call)
-{
-    testing::internal::CaptureStdout();
-    call();
-    std::fflush(stdout);
-    return testing::internal::GetCapturedStdout();
-}
 
 // Every diagnostic is drawn at line 3, column 7 of a.st, or with the scanner at line 9, column 4 of now.st.
 class ErrorHandlerTest : public testing::Test

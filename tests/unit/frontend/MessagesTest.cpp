@@ -1,5 +1,6 @@
 #include "frontend/ErrorHandler.h"
 
+#include "PrintedBy.h"
 #include "frontend/Node.h"
 #include "frontend/Scanner.h"
 #include "frontend/Tokens.h"
@@ -10,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdio>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -62,9 +62,8 @@ std::string Unescaped(const std::string& literal)
 {
     std::string text;
     for (std::size_t i = 0; i < literal.size(); ++i) {
-        if (literal[i] != '\\') { text += literal[i]; continue; }
-        ++i;
-        text += literal.at(i) == 'n' ? '\n' : literal[i];
+        const bool isEscape = literal[i] == '\\' && ++i < literal.size();
+        text += isEscape && literal[i] == 'n' ? '\n' : literal.at(i);
     }
     return text;
 }
@@ -126,13 +125,8 @@ protected:
         const Message* pMessage = FindMessage(identifier);
         ASSERT_TRUE(pMessage) << identifier;
         ASSERT_LT(form, pMessage->forms.size()) << identifier;
-        testing::internal::CaptureStdout();
-        call();
-        std::fflush(stdout);
         const std::string place = pMessage->hasPlace ? "a.st(3,7) : " : "a.st ";
-        EXPECT_EQ(testing::internal::GetCapturedStdout(),
-                  place + FillForm(pMessage->forms[form], fills, keepsOptional) + "\n")
-            << identifier;
+        EXPECT_EQ(PrintedBy(call), place + FillForm(pMessage->forms[form], fills, keepsOptional) + "\n") << identifier;
         m_Drawn.insert(Key(identifier, form, keepsOptional));
     }
 
@@ -172,9 +166,9 @@ TEST_F(MessagesTest, EveryMethodPrintsItsForms)
     const SourceLocation& at = m_Where;
     {
         CErrorHandler full;
-        testing::internal::CaptureStdout();
-        for (int i = 0; i < 51; ++i) full.ErrInitAny(at);
-        testing::internal::GetCapturedStdout();
+        PrintedBy([&] {
+            for (int i = 0; i < 51; ++i) full.ErrInitAny(at);
+        });
         Draw("E001", [&] { full.FatalTooManyErrors(); });
     }
 

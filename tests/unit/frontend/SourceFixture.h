@@ -2,6 +2,7 @@
 
 #include "semantics/Norvane.h"
 
+#include "PrintedBy.h"
 #include "files/OutputTextFile.h"
 #include "frontend/Parser.h"
 #include "frontend/Scanner.h"
@@ -46,7 +47,7 @@ protected:
         pNorvane->m_Memory.LoadAreas(pNorvane->m_Target);
         pNorvane->m_Code.m_PointerType = pNorvane->m_DataTypes.m_PointerType;
         pOutput = std::make_unique<OutputTextFile>();
-        EXPECT_TRUE(pOutput->Open("/dev/null"));
+        pOutput->OpenText(assembler);
         pNorvane->m_Code.m_Output = pOutput.get();
 
         SetScannerContext(*pNorvane);
@@ -61,12 +62,11 @@ protected:
     std::string Parse(std::string_view source)
     {
         SetScannerInput(std::string(source));
-        testing::internal::CaptureStdout();
-        result = yyparse();
-        return testing::internal::GetCapturedStdout();
+        return PrintedBy([&] { result = yyparse(); });
     }
 
     std::unique_ptr<CNorvane> pNorvane;
+    std::string assembler;
     std::unique_ptr<OutputTextFile> pOutput;
     int result = -1;
 };

@@ -1,5 +1,6 @@
 #include "semantics/StatementSource.h"
 
+#include "PrintedBy.h"
 #include "model/Variable.h"
 
 #include <gtest/gtest.h>
@@ -54,11 +55,7 @@ std::string CheckLabels(const std::vector<TestLabel>& labels)
     pCase->AddChild(pSelector);
     pCase->AddChild(pBody);
 
-    testing::internal::CaptureStdout();
-    norvane.CheckCase(pCase);
-    std::fflush(stdout);
-    const std::string messages = testing::internal::GetCapturedStdout();
-    return messages;
+    return PrintedBy([&] { norvane.CheckCase(pCase); });
 }
 
 bool Holds(std::int32_t from, std::int32_t to, std::int32_t value)

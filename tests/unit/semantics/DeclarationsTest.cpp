@@ -85,10 +85,7 @@ protected:
     template <typename Action>
     std::string Printed(const Action& action)
     {
-        testing::internal::CaptureStdout();
-        action();
-        std::fflush(stdout);
-        return testing::internal::GetCapturedStdout();
+        return PrintedBy(action);
     }
 
     CNorvane norvane;
@@ -702,9 +699,7 @@ TEST(Declarations, StructuresDeclaredOneInTheOther)
     CompiledText compiled;
     compiled.pNorvane = std::make_unique<CNorvane>();
     LoadTarget(*compiled.pNorvane);
-    testing::internal::CaptureStdout();
-    ParseText(*compiled.pNorvane, source);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(PrintedBy([&] { ParseText(*compiled.pNorvane, source); }), "");
     EXPECT_EQ(Member(compiled, "s" + std::to_string(depth - 1), "m")->m_Type->m_Name, "s" + std::to_string(depth - 2));
 }
 

@@ -2,6 +2,7 @@
 
 #include "semantics/Norvane.h"
 
+#include "PrintedBy.h"
 #include "frontend/Scanner.h"
 #include "frontend/StringLiteral.h"
 #include "model/Type.h"
@@ -142,10 +143,8 @@ protected:
     template <typename Action>
     CNode* Run(Action action)
     {
-        testing::internal::CaptureStdout();
-        CNode* pNode = action();
-        std::fflush(stdout);
-        printed = testing::internal::GetCapturedStdout();
+        CNode* pNode = nullptr;
+        printed = PrintedBy([&] { pNode = action(); });
         return pNode;
     }
 

@@ -1,5 +1,6 @@
 #include "semantics/ExpressionFixture.h"
 
+#include "PrintedBy.h"
 #include "semantics/Wrapping.h"
 
 #include <cmath>
@@ -391,10 +392,8 @@ protected:
 
     std::string Fold(const std::function<std::unique_ptr<CInitValue>()>& action)
     {
-        testing::internal::CaptureStdout();
-        const std::unique_ptr<CInitValue> pValue = action();
-        std::fflush(stdout);
-        printed = testing::internal::GetCapturedStdout();
+        std::unique_ptr<CInitValue> pValue;
+        printed = PrintedBy([&] { pValue = action(); });
         return TextOf(pValue.get());
     }
 };

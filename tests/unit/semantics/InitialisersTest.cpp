@@ -325,10 +325,7 @@ protected:
     template <typename Action>
     std::string Printed(const Action& action)
     {
-        testing::internal::CaptureStdout();
-        action();
-        std::fflush(stdout);
-        return testing::internal::GetCapturedStdout();
+        return PrintedBy(action);
     }
 
     CNorvane norvane;
