@@ -106,10 +106,10 @@ std::string CCodeGeneration::GetPointerSuffix() const
 const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
 {
     if (pNode->pType) return pNode->pType;
-    if (IsComparison(pNode->nKind)) return m_Norvane.m_DataTypes.FindType("BOOL");
+    if (IsComparison(pNode->nKind)) return m_Norvane.m_DataTypes.m_BoolType;
     switch (pNode->nKind) {
-    case IMM_INTEGER: return m_Norvane.m_DataTypes.FindType("INT");
-    case IMM_REAL: return m_Norvane.m_DataTypes.FindType("REAL");
+    case IMM_INTEGER: return m_Norvane.m_DataTypes.m_IntType;
+    case IMM_REAL: return m_Norvane.m_DataTypes.m_RealType;
     case TRUE:
     case FALSE:
     case UNARY_MINUS:
@@ -119,7 +119,7 @@ const CType* CCodeGeneration::GetNodeType(const CNode* pNode) const
     case POWER:
     case MIN:
     case MAX:
-    case EXP_LIST: return m_Norvane.m_DataTypes.FindType("BOOL");
+    case EXP_LIST: return m_Norvane.m_DataTypes.m_BoolType;
     default: return nullptr;
     }
 }

@@ -15,7 +15,7 @@
 %define parse.error custom
 %define api.token.prefix {TK_}
 %define api.value.type {union YYSTYPE}
-%define api.location.type {SourceLocation}
+%define api.location.type {SymbolLocation}
 %locations
 
 // All conflicts are settled by the default, shift before reduce and the earlier rule before the later one, and
@@ -25,7 +25,6 @@
 
 %code requires {
 #include "frontend/Scanner.h"
-#include "frontend/SourceLocation.h"
 }
 
 %code top {
@@ -54,18 +53,12 @@
 // symbol below it.
 #define YYLLOC_DEFAULT(Current, Rhs, N) ((Current) = LocationOf(Rhs, N))
 
-static SourceLocation LocationOf(const SourceLocation* pParts, int count)
+static SymbolLocation LocationOf(const SymbolLocation* pParts, int count)
 {
-    const SourceLocation& first = pParts[count > 0 ? 1 : 0];
-    const SourceLocation& last = pParts[count];
-    SourceLocation location = first;
-    if (count == 0) {
-        location.nFirstLine = last.nLastLine;
-        location.nFirstColumn = last.nLastColumn;
-    }
-    location.nLastLine = last.nLastLine;
-    location.nLastColumn = last.nLastColumn;
-    return location;
+    const SymbolLocation& last = pParts[count];
+    if (count == 0) return {last.nLastLine, last.nLastColumn, last.nLastLine, last.nLastColumn};
+    const SymbolLocation& first = pParts[1];
+    return {first.nFirstLine, first.nFirstColumn, last.nLastLine, last.nLastColumn};
 }
 
 static CNorvane* g_Context = nullptr;

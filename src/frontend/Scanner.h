@@ -26,14 +26,31 @@ union YYSTYPE
 #define YYSTYPE YYSTYPE
 #define YYSTYPE_IS_DECLARED 1
 
+// Where a token or symbol stands. The parser copies these at every step, and all of them belong to the current file, so
+// only a location that leaves the parser gets its name.
+struct SymbolLocation
+{
+    std::int32_t nFirstLine = 0;
+    std::int32_t nFirstColumn = 0;
+    std::int32_t nLastLine = 0;
+    std::int32_t nLastColumn = 0;       // one past the end
+
+    operator SourceLocation() const;    // in the current file
+};
+
 // Scanner and parser are file-level and not reentrant: there is one, and one compile in a process.
 extern YYSTYPE yylval;
-extern SourceLocation yylloc;
+extern SymbolLocation yylloc;
 extern int yylineno;                        // line, from 1
 extern int nColumn;                         // column of the next character, from 1
 extern int yyleng;                          // bytes of the current token; 1 at the end of the input
 extern const char* g_CurrentFileName;       // not owned; null before any file
 extern CStringLiteral* pCurrentString;      // the literal under construction or last delivered
+
+inline SymbolLocation::operator SourceLocation() const
+{
+    return {nFirstLine, nFirstColumn, nLastLine, nLastColumn, g_CurrentFileName};
+}
 
 // The next token's code, 0 at the end of the input.
 int yylex();

@@ -100,7 +100,6 @@ static std::string_view AcceptMatch(const char* start, const char* end)
     yylloc.nFirstColumn = nColumn;
     nColumn += yyleng;
     yylloc.nLastColumn = nColumn;
-    yylloc.szFile = g_CurrentFileName;
     return text;
 }
 
@@ -160,6 +159,17 @@ static int ReturnInteger(const CMyString& digits, int base)
     yylval.nValue = ToInt64(digits, base);
     const bool isLargest = yylval.nValue == std::numeric_limits<std::int64_t>::max();
     if (isLargest && digits.IsBeyondInt64(base)) g_Context->m_Notes.Add(Note::NumberBeyondWidth, yylloc);
+    return IMM_INTEGER;
+}
+
+// Digits alone. Up to 18 of them always stay within 64 bits, and there are hardly ever more.
+static int ReturnPlainInteger(std::string_view digits)
+{
+    constexpr std::size_t safeDigits = 18;
+    if (digits.size() > safeDigits) return ReturnInteger(CMyString(digits), 10);
+    std::int64_t value = 0;
+    for (const char c : digits) value = 10 * value + (c - '0');
+    yylval.nValue = value;
     return IMM_INTEGER;
 }
 
@@ -287,7 +297,7 @@ static int Match(const char* const start, const char* const end)
     <!*>            { CheckLength(start, cursor, givenUp); text = AcceptMatch(start, cursor); }
     <INITIAL, IN_COMMENT, IN_STRING> $              { InternalFault("the scanner met the end twice"); }
 
-    <INITIAL> digit+                                { return ReturnInteger(DigitsOf(text, 0), 10); }
+    <INITIAL> digit+                                { return ReturnPlainInteger(text); }
     <INITIAL> digit* "." digit+ exponent?           { return ReturnReal(text); }
     <INITIAL> "(*"                                  { g_Condition = yycIN_COMMENT; return g_NoToken; }
 

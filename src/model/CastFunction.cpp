@@ -10,6 +10,8 @@ CCastFunction::CCastFunction(CType* pFrom, CType* pTo)
 {
 }
 
+CCastFunctionSet::CCastFunctionSet(CNamePool& names) : m_Names(names), m_Identity(names.NewIdentity()) {}
+
 // Called before any source is read, so the elementary types of the table are those of the language. Whether
 // the target allows a type isn't asked here: a refused one is reported where its name is met.
 void CCastFunctionSet::Build(const CDataType& dataTypes)
@@ -23,12 +25,14 @@ void CCastFunctionSet::Build(const CDataType& dataTypes)
 
 void CCastFunctionSet::Add(std::unique_ptr<CCastFunction> pFunction)
 {
-    std::string name = pFunction->m_Name;
-    m_Functions.insert_or_assign(std::move(name), std::move(pFunction));
+    CNameSlot<CCastFunction>& slot = m_Names.Intern(pFunction->m_Name).m_Cast;
+    if (!slot.IsOf(m_Identity)) ++m_Count;
+    slot.Set(m_Identity, pFunction.get());
+    m_Owned.push_back(std::move(pFunction));
 }
 
 CCastFunction* CCastFunctionSet::Find(std::string_view name) const
 {
-    const auto entry = m_Functions.find(std::string(name));
-    return entry == m_Functions.end() ? nullptr : entry->second.get();
+    const CName* pName = m_Names.Find(name);
+    return pName ? Find(*pName) : nullptr;
 }

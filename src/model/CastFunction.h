@@ -1,9 +1,11 @@
 #pragma once
 
+#include "model/Name.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 class CDataType;
 class CType;
@@ -24,13 +26,18 @@ public:
 class CCastFunctionSet
 {
 public:
+    explicit CCastFunctionSet(CNamePool& names);
     virtual ~CCastFunctionSet() = default;
 
     void Build(const CDataType& dataTypes);
     void Add(std::unique_ptr<CCastFunction> pFunction);     // replaces an entry of that name
-    CCastFunction* Find(std::string_view name) const;       // exact, upper case; null if absent
-    std::size_t GetCount() const { return m_Functions.size(); }
+    CCastFunction* Find(const CName& name) const { return name.m_Cast.Get(m_Identity); }   // exact; null if absent
+    CCastFunction* Find(std::string_view name) const;
+    std::size_t GetCount() const { return m_Count; }        // of different names
 
 private:
-    std::unordered_map<std::string, std::unique_ptr<CCastFunction>> m_Functions;
+    CNamePool& m_Names;
+    const TableIdentity m_Identity;
+    std::size_t m_Count = 0;
+    std::vector<std::unique_ptr<CCastFunction>> m_Owned;    // replaced ones too
 };

@@ -7,41 +7,27 @@
 #include "frontend/Node.h"
 #include "model/Type.h"
 
-namespace
+static bool HasFailed(const CNode& actual)
 {
-
-enum class OverloadMatch { Match, NoMatch, Untyped, Failed };
-
-}   // namespace
-
-// Goes through the positions until one settles the question; pStopped is then the actual that has no type.
-static OverloadMatch MatchOverload(const CFunction& function, const CNode& parameters, const CNode*& pStopped)
-{
-    if (function.m_Parameters.size() != parameters.m_Children.size()) return OverloadMatch::NoMatch;
-    for (std::size_t i = 0; i < parameters.m_Children.size(); ++i) {
-        const CNode* pActual = parameters.m_Children[i];
-        if (pActual->nKind == ERROR_ || (pActual->pType && pActual->pType->IsError())) return OverloadMatch::Failed;
-        if (!pActual->pType) {
-            pStopped = pActual;
-            return OverloadMatch::Untyped;
-        }
-        if (!IsSameType(pActual->pType, function.m_Parameters[i]->m_Type)) return OverloadMatch::NoMatch;
-    }
-    return OverloadMatch::Match;
+    return actual.nKind == ERROR_ || (actual.pType && actual.pType->IsError());
 }
 
-static CPou* ChooseOverload(const CFunctionOverLoad& set, std::string_view name, const SourceLocation& location,
+// Goes along the actual parameters for as long as a form fits them. An untyped one stops the search, whichever of the
+// forms that fit so far would be meant.
+static CPou* ChooseOverload(const CFormTree& forms, std::string_view name, const SourceLocation& location,
                             const CNode& parameters, CErrorHandler& errors)
 {
-    for (const std::unique_ptr<CFunction>& pFunction : set.m_Functions) {
-        const CNode* pStopped = nullptr;
-        switch (MatchOverload(*pFunction, parameters, pStopped)) {
-        case OverloadMatch::Match: return pFunction.get();
-        case OverloadMatch::NoMatch: break;
-        case OverloadMatch::Failed: return nullptr;
-        case OverloadMatch::Untyped: errors.ErrOverloadType(pStopped->location); return nullptr;
+    CFormTree::Place place = forms.Begin(parameters.m_Children.size());
+    for (const CNode* pActual : parameters.m_Children) {
+        if (place == CFormTree::g_NoPlace) break;
+        if (HasFailed(*pActual)) return nullptr;
+        if (!pActual->pType) {
+            errors.ErrOverloadType(pActual->location);
+            return nullptr;
         }
+        place = forms.Step(place, pActual->pType);
     }
+    if (place != CFormTree::g_NoPlace) return &forms.GetFirst(place);
     errors.ErrFunctionNotDeclared(name, location);
     return nullptr;
 }
@@ -49,10 +35,10 @@ static CPou* ChooseOverload(const CFunctionOverLoad& set, std::string_view name,
 CPou* CPouTable::FindFunction(const CName& name, const SourceLocation& location, CNode* pParameters) const
 {
     if (pParameters && pParameters->pType && pParameters->pType->IsError()) return nullptr;
-    CPou* pPou = FindPou(name.GetText());
+    CPou* pPou = FindPou(name);
     if (pPou && pPou->IsProgram()) return pPou;
     CFunctionOverLoad* pSet = pPou ? pPou->AsOverload() : nullptr;
-    if (pSet && pParameters) return ChooseOverload(*pSet, name.GetText(), location, *pParameters, m_Errors);
+    if (pSet && pParameters) return ChooseOverload(pSet->GetForms(), name.GetText(), location, *pParameters, m_Errors);
     if (pPou && !pSet && pPou->IsFunction()) return pPou;
     m_Errors.ErrFunctionNotDeclared(name.GetText(), location);
     return nullptr;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory_resource>
@@ -33,6 +34,9 @@ private:
     TableIdentity m_Identity = 0;
 };
 
+// The tables of variables: those of the whole run and those of the POU in progress.
+enum class Scope { Global, Local };
+
 // A spelling that the compile has met. There is one object for it in its pool, so equal spellings have equal
 // addresses, and what a table knows of a name is found in the name itself. A table that ignores case asks the key.
 class CName
@@ -43,8 +47,7 @@ public:
     bool HasTwoUnderscores() const { return m_HasTwoUnderscores; }   // side by side
 
     // Each slot serves one table of the compile, which alone reads and writes it. In keys:
-    mutable CNameSlot<CVariable> m_Local;
-    mutable CNameSlot<CVariable> m_Global;
+    mutable std::array<CNameSlot<CVariable>, 2> m_Variables;   // by Scope
     mutable CNameSlot<CPou> m_Pou;
     // In spellings: elementary types stand in upper case, the types of the sources under their keys.
     mutable CNameSlot<CType> m_Type;

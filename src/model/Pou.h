@@ -1,11 +1,11 @@
 #pragma once
 
 #include "frontend/SourceLocation.h"
+#include "model/FormTree.h"
 #include "model/Variable.h"
 
 #include <cstdint>
 #include <memory>
-#include <set>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -38,6 +38,7 @@ public:
 
     void AddCallee(CPou* pPou);                             // keeps each callee once, in order of first call
 
+    std::int32_t m_Position = -1;                           // in the POU table; -1: it doesn't stand there by itself
     std::int32_t m_LocalSize = 0;                           // bytes of local memory
     std::int32_t m_ParameterCount = 0;
     std::string m_Name;                                     // as written
@@ -58,6 +59,7 @@ public:
 
     CType* m_ReturnType = nullptr;                          // null when the function has no result
     bool m_IsHidden = false;                                // no call can mean this form of an overload set
+    int m_FormNumber = -1;                                  // position in its overload set; -1: in none
     CVariable* m_ReturnVariable = nullptr;                  // the local that holds the result, null likewise;
                                                             // once the POU's scope has ended only a mark
 };
@@ -74,10 +76,12 @@ public:
     // any finds no set.
     void Add(std::unique_ptr<CFunction> pFunction);
 
+    const CFormTree& GetForms() const { return m_Forms; }
+
     std::vector<std::unique_ptr<CFunction>> m_Functions;    // in order of declaration
 
 private:
-    std::set<std::vector<const CType*>> m_Signatures;       // types of the parameters of all forms; for lookup only
+    CFormTree m_Forms;                                      // the same forms
 };
 
 class CFunctionBlock : public CPou

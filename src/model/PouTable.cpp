@@ -3,14 +3,16 @@
 #include "files/Format.h"
 #include "files/XmlDocument.h"
 #include "frontend/ErrorHandler.h"
-#include "model/Name.h"
 
 #include <utility>
 
 static constexpr std::string_view g_ProgramPath = "COMPILER\\TARGET\\VM\\PROGRAM";
 static constexpr std::string_view g_NamesEnd = "-end";   // closes the list, so no program can bear this name
 
-CPouTable::CPouTable(CErrorHandler& errors, CXmlDocument& target) : m_Errors(errors), m_Target(target) {}
+CPouTable::CPouTable(CErrorHandler& errors, CXmlDocument& target, CNamePool& names)
+    : m_Errors(errors), m_Target(target), m_Names(names), m_Identity(names.NewIdentity())
+{
+}
 
 // Of several nodes of one name the first counts.
 void CPouTable::LoadProgramNames()
@@ -72,22 +74,20 @@ static bool HaveSameCount(const CPou& a, const CPou& b)
 
 int CPouTable::AddPou(std::unique_ptr<CPou> pPou)
 {
-    std::string key = ToLowerCase(pPou->m_Name);
-    const auto found = m_Pous.find(key);
-    if (found == m_Pous.end()) return AddNew(std::move(key), std::move(pPou));
-
-    CPou* pEntry = m_Order[found->second];
+    const CName& key = m_Names.Intern(pPou->m_Name).GetKey();
+    CPou* pEntry = FindPouExact(key);
+    if (!pEntry) return AddNew(key, std::move(pPou));
     if (!pPou->IsFunction()) return RefuseDuplicate(*pEntry, *pPou);
     std::unique_ptr<CFunction> pFunction(pPou.release()->AsFunction());
     if (CFunctionOverLoad* pSet = pEntry->AsOverload()) return AddToOverload(*pSet, std::move(pFunction));
     if (HaveSameCount(*pEntry, *pFunction) && HaveSameTypes(*pEntry, *pFunction))
         return RefuseDuplicate(*pEntry, *pFunction);
     if (!pEntry->IsFunction()) return -1;   // Kept (messages): silently
-    MakeOverload(found->second, std::move(pFunction));
+    MakeOverload(key, std::move(pFunction));
     return 1;
 }
 
-int CPouTable::AddNew(std::string key, std::unique_ptr<CPou> pPou)
+int CPouTable::AddNew(const CName& key, std::unique_ptr<CPou> pPou)
 {
     if (CProgram* pProgram = pPou->AsProgram()) {
         const auto node = m_ProgramNodes.find(pProgram->m_Name);
@@ -97,10 +97,18 @@ int CPouTable::AddNew(std::string key, std::unique_ptr<CPou> pPou)
         }
         FillProgram(*pProgram, *node->second);
     }
-    m_Pous.emplace(std::move(key), m_Order.size());
-    m_Order.push_back(pPou.get());
+    const std::size_t position = m_Order.size();
+    m_Order.push_back(nullptr);
+    SetPosition(key, pPou.get(), position);
     m_Owned.push_back(std::move(pPou));
     return 1;
+}
+
+void CPouTable::SetPosition(const CName& key, CPou* pPou, std::size_t position)
+{
+    key.m_Pou.Set(m_Identity, pPou);
+    pPou->m_Position = static_cast<std::int32_t>(position);
+    m_Order[position] = pPou;
 }
 
 int CPouTable::RefuseDuplicate(const CPou& declaredBefore, const CPou& pou)
@@ -113,23 +121,23 @@ int CPouTable::RefuseDuplicate(const CPou& declaredBefore, const CPou& pou)
 // a later member is the same; and a function whose count no member has is refused without a word.
 int CPouTable::AddToOverload(CFunctionOverLoad& set, std::unique_ptr<CFunction> pFunction)
 {
-    for (const std::unique_ptr<CFunction>& pMember : set.m_Functions) {
-        if (!HaveSameCount(*pMember, *pFunction)) continue;
-        if (HaveSameTypes(*pMember, *pFunction)) return RefuseDuplicate(*pMember, *pFunction);
-        set.Add(std::move(pFunction));
-        return 1;
-    }
-    return -1;
+    const CFormTree::Place place = set.GetForms().Begin(pFunction->m_Parameters.size());
+    if (place == CFormTree::g_NoPlace) return -1;
+    const CFunction& member = set.GetForms().GetFirst(place);
+    if (HaveSameTypes(member, *pFunction)) return RefuseDuplicate(member, *pFunction);
+    set.Add(std::move(pFunction));
+    return 1;
 }
 
 // The set takes the place of the function that was there, and its name and location.
-void CPouTable::MakeOverload(std::size_t position, std::unique_ptr<CFunction> pFunction)
+void CPouTable::MakeOverload(const CName& key, std::unique_ptr<CFunction> pFunction)
 {
+    const auto position = static_cast<std::size_t>(FindPouExact(key)->m_Position);
     std::unique_ptr<CFunction> pFirst(m_Owned[position].release()->AsFunction());
     auto pSet = std::make_unique<CFunctionOverLoad>(pFirst->m_Name, pFirst->m_Location);
     pSet->Add(std::move(pFirst));
     pSet->Add(std::move(pFunction));
-    m_Order[position] = pSet.get();
+    SetPosition(key, pSet.get(), position);
     m_Owned[position] = std::move(pSet);
 }
 
@@ -141,18 +149,14 @@ CFunctionOverLoad* CPouTable::FindOverload(std::string_view name) const
 
 CPou* CPouTable::FindPou(std::string_view name) const
 {
-    return FindPouExact(ToLowerCase(name));
+    const CName* pKey = m_Names.FindKey(name);
+    return pKey ? FindPouExact(*pKey) : nullptr;
 }
 
 CPou* CPouTable::FindPouExact(std::string_view name) const
 {
-    const auto found = m_Pous.find(std::string(name));
-    return found == m_Pous.end() ? nullptr : m_Order[found->second];
-}
-
-CPou* CPouTable::FindPouExact(const CName& name) const
-{
-    return FindPouExact(name.GetText());
+    const CName* pName = m_Names.Find(name);
+    return pName ? FindPouExact(*pName) : nullptr;
 }
 
 // Kept (targets): the name is looked up as the target spells it, so one with capitals never counts as declared: it is

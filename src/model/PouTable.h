@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Name.h"
 #include "model/Pou.h"
 
 #include <memory>
@@ -9,7 +10,6 @@
 #include <vector>
 
 class CErrorHandler;
-class CName;
 class CNode;
 class CXmlDocument;
 class CXmlNode;
@@ -18,7 +18,7 @@ class CXmlNode;
 class CPouTable
 {
 public:
-    CPouTable(CErrorHandler& errors, CXmlDocument& target);
+    CPouTable(CErrorHandler& errors, CXmlDocument& target, CNamePool& names);
     virtual ~CPouTable() = default;
 
     void LoadProgramNames();                         // of the loaded target description
@@ -28,8 +28,9 @@ public:
     int AddPou(std::unique_ptr<CPou> pPou);
     CFunctionOverLoad* FindOverload(std::string_view name) const;   // in any case; null if there is none
     CPou* FindPou(std::string_view name) const;                     // in any case; null if there is none
+    CPou* FindPou(const CName& name) const { return FindPouExact(name.GetKey()); }
     CPou* FindPouExact(std::string_view name) const;                // the same for a name that is lower-cased already
-    CPou* FindPouExact(const CName& name) const;
+    CPou* FindPouExact(const CName& name) const { return name.m_Pou.Get(m_Identity); }
     // Makes the programs that the target wants made; reports the required ones that no source has declared.
     // Gives the names that this goes wrong with because they have capitals.
     std::vector<std::string> AddAutomaticPrograms();
@@ -45,15 +46,17 @@ public:
     std::vector<std::string> m_ProgramNames;         // of the target, closed by "-end"
 
 private:
-    int AddNew(std::string key, std::unique_ptr<CPou> pPou);
+    int AddNew(const CName& key, std::unique_ptr<CPou> pPou);
     int RefuseDuplicate(const CPou& declaredBefore, const CPou& pou);
     int AddToOverload(CFunctionOverLoad& set, std::unique_ptr<CFunction> pFunction);
-    void MakeOverload(std::size_t position, std::unique_ptr<CFunction> pFunction);
+    void MakeOverload(const CName& key, std::unique_ptr<CFunction> pFunction);
+    void SetPosition(const CName& key, CPou* pPou, std::size_t position);
 
     CErrorHandler& m_Errors;
     CXmlDocument& m_Target;
+    CNamePool& m_Names;
+    const TableIdentity m_Identity;
     std::unordered_map<std::string, const CXmlNode*> m_ProgramNodes;   // the target's node of each program, not owned
-    std::unordered_map<std::string, std::size_t> m_Pous;     // lower-cased name to position
     std::vector<std::unique_ptr<CPou>> m_Owned;              // by position
     std::vector<CPou*> m_Order;
 };

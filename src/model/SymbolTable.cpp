@@ -1,36 +1,34 @@
 #include "model/SymbolTable.h"
 
-#include "files/Format.h"
-#include "model/Name.h"
 #include "model/Variable.h"
 #include "target/MemoryHandler.h"
 
 #include <utility>
 
-CSymbolTable::CSymbolTable(CMemoryHandler& memory) : m_Memory(memory) {}
+CSymbolTable::CSymbolTable(CMemoryHandler& memory, CNamePool& names, Scope scope)
+    : m_Memory(memory), m_Names(names), m_Scope(scope), m_Identity(names.NewIdentity())
+{
+}
+
 CSymbolTable::~CSymbolTable() = default;
 
 void CSymbolTable::Add(std::unique_ptr<CVariable> pVariable)
 {
     CVariable* pAdded = pVariable.get();
     m_Variables.push_back(std::move(pVariable));
-    m_ByName[ToLowerCase(pAdded->m_Name)] = pAdded;
+    SlotOf(m_Names.Intern(pAdded->m_Name)).Set(m_Identity, pAdded);
     m_Memory.AddVariable(pAdded);
-}
-
-CVariable* CSymbolTable::Find(const CName& name) const
-{
-    return Find(name.GetText());
 }
 
 CVariable* CSymbolTable::Find(std::string_view name) const
 {
-    const auto entry = m_ByName.find(ToLowerCase(name));
-    return entry == m_ByName.end() ? nullptr : entry->second;
+    const CName* pKey = m_Names.FindKey(name);
+    return pKey ? Find(*pKey) : nullptr;
 }
 
+// Whatever the names still say belongs to the identity that is given up.
 void CSymbolTable::Clear()
 {
-    m_ByName.clear();
+    m_Identity = m_Names.NewIdentity();
     m_Variables.clear();
 }

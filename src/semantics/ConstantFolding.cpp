@@ -32,7 +32,7 @@ static bool IsSimplifiable(const CNodeList& operands)
 
 static void BecomeSimplified(CNorvane& norvane, CNode* pNode, ValuePointer pValue)
 {
-    pNode->pType = IsComparison(pNode->nKind) ? norvane.m_DataTypes.FindType("BOOL") : pNode->Child(0)->pType;
+    pNode->pType = IsComparison(pNode->nKind) ? norvane.m_DataTypes.m_BoolType : pNode->Child(0)->pType;
     pNode->pInit = norvane.m_Nodes.KeepValue(std::move(pValue));
     pNode->nKind = SIMPLIFIED;
     norvane.CollapseNode(pNode);

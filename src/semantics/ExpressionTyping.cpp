@@ -132,8 +132,8 @@ static void TypeOneChild(CNorvane& norvane, CNode* pNode)
 static void TypeFreeLiteral(CNorvane& norvane, CNode* pOperand)
 {
     if (pOperand->pType) return;
-    if (pOperand->nKind == IMM_INTEGER) norvane.TypeLiteral(pOperand, norvane.m_DataTypes.FindType("INT"));
-    if (pOperand->nKind == IMM_REAL) norvane.TypeLiteral(pOperand, norvane.m_DataTypes.FindType("REAL"));
+    if (pOperand->nKind == IMM_INTEGER) norvane.TypeLiteral(pOperand, norvane.m_DataTypes.m_IntType);
+    if (pOperand->nKind == IMM_REAL) norvane.TypeLiteral(pOperand, norvane.m_DataTypes.m_RealType);
 }
 
 // An exponent or a count without type is converted as the BOOL or whatever its literals make of it. A declaration
@@ -263,7 +263,7 @@ static void TypeComparison(CNorvane& norvane, CNode* pNode)
 {
     CNode* pLeft = pNode->Child(0);
     CNode* pRight = pNode->Child(1);
-    CType* pBool = norvane.m_DataTypes.FindType("BOOL");
+    CType* pBool = norvane.m_DataTypes.m_BoolType;
     if (AreTypesDifferent(pLeft, pRight)) {
         RefuseMismatch(norvane, pNode);
         return;
@@ -332,7 +332,7 @@ static void TypeShiftCount(CNorvane& norvane, int kind, CNode* pCount)
     if (pCount->nKind != IMM_INTEGER) return;
     const bool isShift = kind == SHL || kind == SHR;
     pCount->nValue = isShift ? std::clamp(pCount->nValue, lowest, highest) : pCount->nValue % period;
-    pCount->pType = norvane.m_DataTypes.FindType("INT");
+    pCount->pType = norvane.m_DataTypes.m_IntType;
 }
 
 // SHL, SHR, ROL, ROR. Wanted (sources): a literal value becomes an INT, which has no bits, so it always fails.
@@ -340,7 +340,7 @@ static void TypeShift(CNorvane& norvane, CNode* pNode)
 {
     CNode* pValue = pNode->Child(0);
     TypeShiftCount(norvane, pNode->nKind, pNode->Child(1));
-    if (pValue->nKind == IMM_INTEGER) pValue->pType = norvane.m_DataTypes.FindType("INT");
+    if (pValue->nKind == IMM_INTEGER) pValue->pType = norvane.m_DataTypes.m_IntType;
     if (!pValue->pType || !pValue->pType->IsBitString()) {
         RefuseOperation(norvane, pNode, pValue->pType);
         return;

@@ -227,7 +227,7 @@ static void FoldReal(CNorvane& norvane, CNode* pNode, double value)
 // literal too.
 static void RefuseNotOfBoolean(CNorvane& norvane, CNode* pNode)
 {
-    norvane.m_Errors.ErrOperationNotAllowed(NOT, norvane.m_DataTypes.FindType("BOOL"), pNode->location);
+    norvane.m_Errors.ErrOperationNotAllowed(NOT, norvane.m_DataTypes.m_BoolType, pNode->location);
     pNode->nKind = ERROR_;
 }
 
@@ -282,7 +282,7 @@ static void FoldBooleans(CNorvane& norvane, CNode* pNode)
         (pNode->nKind == AND && IsLiteralTruth(pLeft, false)) || (pNode->nKind == OR && IsLiteralTruth(pLeft, true));
     if (!settles) return;
     BecomeBoolean(norvane, pNode, pNode->nKind == OR);
-    pNode->pType = norvane.m_DataTypes.FindType("BOOL");
+    pNode->pType = norvane.m_DataTypes.m_BoolType;
 }
 
 // ---- Three numeric literals.

@@ -9,18 +9,18 @@
 // Elementary types, whose names are upper case. A type that the target refuses is handed out all the same.
 int CNorvane::LookupTypeName(const CName& name, CType*& pType)
 {
-    pType = m_DataTypes.FindType(name.GetText());
+    pType = m_DataTypes.FindType(name);
     return pType && pType->m_Allowed ? TYPE_IDENTIFIER : NEW_ID;
 }
 
 int CNorvane::ClassifyName(const CName& name, YYSTYPE& value)
 {
-    if (CCastFunction* pCast = m_CastFunctions.Find(name.GetText())) {
+    if (CCastFunction* pCast = m_CastFunctions.Find(name)) {
         value.pCast = pCast;
         return CAST_FUNCTION_CALL;
     }
     if (name.HasTwoUnderscores()) m_Errors.ErrTwoUnderscores();   // the name stays usable
-    value.pType = m_DataTypes.FindUserType(name.GetText());
+    value.pType = m_DataTypes.FindUserType(name);
     return value.pType ? TYPE_IDENTIFIER : NEW_ID;
 }
 

@@ -88,7 +88,7 @@ int CNorvane::EvalIntegerExpression(CNode* pNode, std::int32_t& value)
     switch (pNode->nKind) {
     case IMM_INTEGER:
         // Kept (code): also over a type that the literal has already, and the code generator prints it.
-        if (CType* pType = m_DataTypes.FindType("DINT")) pNode->pType = pType;
+        if (CType* pType = m_DataTypes.m_DintType) pNode->pType = pType;
         NoteBeyond32Bits(m_Notes, pNode->nValue, pNode);
         value = LowBits(pNode->nValue);
         return 1;

@@ -155,7 +155,7 @@ void CNorvane::AddProgramInit()
 {
     auto pVariable = std::make_unique<CVariable>();
     pVariable->m_Name = "__ProgramInit";
-    pVariable->m_Type = m_DataTypes.FindType("INT");
+    pVariable->m_Type = m_DataTypes.m_IntType;
     m_LocalSymbols.Add(std::move(pVariable));
 }
 

@@ -82,7 +82,7 @@ void CNorvane::CheckCondition(CNode* pNode)
     // Kept (messages): a condition that has failed already is reported here once more.
     if (!isBool && !pCondition->IsBooleanLiteral() && !pCondition->IsBooleanInteger())
         m_Errors.ErrNeedsBoolean(pCondition->location);
-    if (!pCondition->pType) TypeLiteral(pCondition, m_DataTypes.FindType("BOOL"));
+    if (!pCondition->pType) TypeLiteral(pCondition, m_DataTypes.m_BoolType);
 }
 
 // What has a type of its own: the forms that the bounds and the step of a FOR are compared in.

@@ -141,7 +141,7 @@ void CMemoryHandler::PackVariables(const std::vector<CVariable*>& list, std::siz
     }
 
     std::int64_t usedBytes = cursor.nByte;
-    cursor.nByte = AlignUp(cursor.nByte, AlignOf(m_DataTypes.FindType("BOOL")));
+    cursor.nByte = AlignUp(cursor.nByte, AlignOf(m_DataTypes.m_BoolType));
     cursor.nBit = 0;
     for (std::size_t i = first; i < list.size(); ++i) {
         CVariable* pVariable = list[i];

@@ -1,7 +1,6 @@
 #include "target/DataType.h"
 
 #include "files/Fatal.h"
-#include "files/Format.h"
 #include "files/XmlDocument.h"
 #include "model/InitValue.h"
 #include "model/Type.h"
@@ -53,7 +52,10 @@ static std::unique_ptr<CInitValue> MakeZero(CInitValue::Kind kind)
     }
 }
 
-CDataType::CDataType(CXmlDocument& target) : m_Target(target) {}
+CDataType::CDataType(CXmlDocument& target, CNamePool& names)
+    : m_Target(target), m_Names(names), m_Identity(names.NewIdentity())
+{
+}
 
 CDataType::~CDataType() = default;
 
@@ -87,8 +89,12 @@ void CDataType::AddElementaryTypes(const CXmlNode& iec)
         pType->m_Align = entry.align;
         pType->m_InitValue = MakeZero(entry.kind);
         pType->m_Allowed = entry.canBeAllowed && allowed.find(entry.name) != std::string::npos;
-        Enter(std::string(entry.name), std::move(pType));
+        Enter(m_Names.Intern(entry.name), std::move(pType));
     }
+    m_BoolType = FindType("BOOL");
+    m_IntType = FindType("INT");
+    m_DintType = FindType("DINT");
+    m_RealType = FindType("REAL");
 }
 
 // Sizes and alignments as the target gives them. What a node leaves out is as in the node before it.
@@ -123,30 +129,31 @@ void CDataType::AddStringAndError()
     pString->m_IsElementary = false;
     pString->m_Allowed = false;
     pString->m_Align = FindType("UDINT")->m_Align;
-    m_StringType = Enter("STRING", std::move(pString));
+    m_StringType = Enter(m_Names.Intern("STRING"), std::move(pString));
 
     auto pError = std::make_unique<CType>("ERROR");
     pError->m_InitValue = std::make_unique<CInitValue>();
     pError->m_IsElementary = false;
     pError->m_IsError = true;
-    m_ErrorType = Enter("ERROR", std::move(pError));
+    m_ErrorType = Enter(m_Names.Intern("ERROR"), std::move(pError));
 }
 
 CType* CDataType::FindType(std::string_view name) const
 {
-    const auto found = m_Types.find(std::string(name));
-    return found == m_Types.end() ? nullptr : found->second;
+    const CName* pName = m_Names.Find(name);
+    return pName ? FindType(*pName) : nullptr;
 }
 
 CType* CDataType::FindUserType(std::string_view name) const
 {
-    return FindType(ToLowerCase(name));
+    const CName* pKey = m_Names.FindKey(name);
+    return pKey ? FindType(*pKey) : nullptr;
 }
 
 CType* CDataType::AddType(std::unique_ptr<CType> pType)
 {
-    std::string key = ToLowerCase(pType->m_Name);
-    return Enter(std::move(key), std::move(pType));
+    const CName& name = m_Names.Intern(pType->m_Name);
+    return Enter(name.GetKey(), std::move(pType));
 }
 
 CType* CDataType::AddAlias(std::string_view name, CType* pType, const CInitValue* pInit)
@@ -157,10 +164,12 @@ CType* CDataType::AddAlias(std::string_view name, CType* pType, const CInitValue
     return AddType(std::move(pAlias));
 }
 
-CType* CDataType::Enter(std::string key, std::unique_ptr<CType> pType)
+CType* CDataType::Enter(const CName& key, std::unique_ptr<CType> pType)
 {
     CType* pEntered = pType.get();
     m_Owned.push_back(std::move(pType));
-    if (m_Types.try_emplace(std::move(key), pEntered).second) m_Order.push_back(pEntered);
+    if (key.m_Type.IsOf(m_Identity)) return pEntered;
+    key.m_Type.Set(m_Identity, pEntered);
+    m_Order.push_back(pEntered);
     return pEntered;
 }

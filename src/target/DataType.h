@@ -1,9 +1,10 @@
 #pragma once
 
+#include "model/Name.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 class CInitValue;
@@ -16,13 +17,16 @@ class CXmlNode;
 class CDataType
 {
 public:
-    explicit CDataType(CXmlDocument& target);
+    CDataType(CXmlDocument& target, CNamePool& names);
     virtual ~CDataType();
 
     // Fills the table from the loaded target description; no node of its paths may be missing.
     void LoadFromTarget();
-    CType* FindType(std::string_view name) const;        // exact: elementary types; null if absent
-    CType* FindUserType(std::string_view name) const;    // in any case: declared types; null if absent
+    // By the exact spelling: elementary types. In any case: declared types. Null if absent.
+    CType* FindType(const CName& name) const { return name.m_Type.Get(m_Identity); }
+    CType* FindType(std::string_view name) const;
+    CType* FindUserType(const CName& name) const { return FindType(name.GetKey()); }
+    CType* FindUserType(std::string_view name) const;
     // Enters a type under its lower-cased name and owns it. A name that is taken leaves the table as it
     // is; the type lives on all the same, for whoever has met it. Returns the type given.
     CType* AddType(std::unique_ptr<CType> pType);
@@ -33,6 +37,11 @@ public:
     // Every entry in order of declaration, elementary types first.
     const std::vector<CType*>& GetTypes() const { return m_Order; }
 
+    // Known by heart, since every expression may ask for them; null until the table is filled.
+    CType* m_BoolType = nullptr;
+    CType* m_IntType = nullptr;
+    CType* m_DintType = nullptr;
+    CType* m_RealType = nullptr;
     CType* m_ErrorType = nullptr;     // "ERROR": the type of an expression that failed
     CType* m_StringType = nullptr;    // "STRING"
     CType* m_PointerType = nullptr;   // the elementary type that a pointer has on the target
@@ -41,10 +50,11 @@ private:
     void AddElementaryTypes(const CXmlNode& iec);
     CType* ReadFormats(CXmlNode& target);
     void AddStringAndError();
-    CType* Enter(std::string key, std::unique_ptr<CType> pType);
+    CType* Enter(const CName& key, std::unique_ptr<CType> pType);
 
     CXmlDocument& m_Target;
-    std::unordered_map<std::string, CType*> m_Types;     // elementary types under upper-case names, others lower-cased
+    CNamePool& m_Names;
+    const TableIdentity m_Identity;
     std::vector<CType*> m_Order;
     std::vector<std::unique_ptr<CType>> m_Owned;         // refused ones too
 };

@@ -533,7 +533,8 @@ void TargetReview::ReviewUnknownChild(const CXmlNode& child, Node parent,
 
 void TargetReview::ReviewTypes()
 {
-    CDataType types(m_Target);   // as the compiler reads them
+    CNamePool names;
+    CDataType types(m_Target, names);   // as the compiler reads them
     types.LoadFromTarget();
     ReviewFormats(types);
     ReviewPointerType(types);
@@ -653,7 +654,8 @@ void TargetReview::ReviewOverlaps(const std::unordered_map<std::string, const CX
     };
 
     CErrorHandler errors;
-    CDataType types(m_Target);
+    CNamePool names;
+    CDataType types(m_Target, names);
     const bool substitution = true;
     CMemoryHandler memory(errors, types, substitution);   // as the compiler reads them
     memory.LoadAreas(m_Target);

@@ -15,7 +15,7 @@ namespace
 class CastFunctionSetTest : public testing::Test
 {
 protected:
-    CastFunctionSetTest() : m_DataTypes(m_Target)
+    CastFunctionSetTest() : m_DataTypes(m_Target, m_Names), m_Casts(m_Names)
     {
         m_Target.LoadFromString("<T><COMPILER><TARGET><IEC AllowedDataTypes=\"INT\" PointerType=\"UDINT\"/>"
                                 "<COMPILER><DATAFORMAT><DATATYPE name=\"INT\" size=\"16\" align=\"2\"/></DATAFORMAT>"
@@ -25,6 +25,7 @@ protected:
     }
 
     CXmlDocument m_Target;
+    CNamePool m_Names;
     CDataType m_DataTypes;
     CCastFunctionSet m_Casts;
 };
@@ -45,7 +46,8 @@ TEST(CastFunctionTest, AddReplacesAnEntryOfTheName)
 {
     CType from("INT");
     CType to("REAL");
-    CCastFunctionSet casts;
+    CNamePool names;
+    CCastFunctionSet casts(names);
     casts.Add(std::make_unique<CCastFunction>(&from, &to));
     std::unique_ptr<CCastFunction> pSecond = std::make_unique<CCastFunction>(&from, &to);
     const CCastFunction* pGiven = pSecond.get();

@@ -87,6 +87,11 @@ TEST(NameTest, ManyNames)
     EXPECT_EQ(pool.Find("Name" + std::to_string(count)), nullptr);
 }
 
+static CNameSlot<CVariable>& SlotOf(const CName& name, Scope scope)
+{
+    return name.m_Variables[static_cast<std::size_t>(scope)];
+}
+
 TEST(NameTest, ASlotAnswersOnlyToTheIdentityThatItBears)
 {
     CNamePool pool;
@@ -94,19 +99,19 @@ TEST(NameTest, ASlotAnswersOnlyToTheIdentityThatItBears)
     const TableIdentity second = pool.NewIdentity();
     EXPECT_NE(first, second);
     const CName& name = pool.Intern("x");
-    EXPECT_FALSE(name.m_Local.IsOf(first));
-    EXPECT_EQ(name.m_Local.Get(first), nullptr);
+    EXPECT_FALSE(SlotOf(name, Scope::Local).IsOf(first));
+    EXPECT_EQ(SlotOf(name, Scope::Local).Get(first), nullptr);
 
     CVariable variable;
-    name.m_Local.Set(first, &variable);
-    EXPECT_EQ(name.m_Local.Get(first), &variable);
-    EXPECT_EQ(name.m_Local.Get(second), nullptr);
-    EXPECT_EQ(name.m_Global.Get(first), nullptr) << "each slot is one of its own";
+    SlotOf(name, Scope::Local).Set(first, &variable);
+    EXPECT_EQ(SlotOf(name, Scope::Local).Get(first), &variable);
+    EXPECT_EQ(SlotOf(name, Scope::Local).Get(second), nullptr);
+    EXPECT_EQ(SlotOf(name, Scope::Global).Get(first), nullptr) << "each slot is one of its own";
 
     CVariable other;
-    name.m_Local.Set(second, &other);
-    EXPECT_EQ(name.m_Local.Get(first), nullptr);
-    EXPECT_EQ(name.m_Local.Get(second), &other);
+    SlotOf(name, Scope::Local).Set(second, &other);
+    EXPECT_EQ(SlotOf(name, Scope::Local).Get(first), nullptr);
+    EXPECT_EQ(SlotOf(name, Scope::Local).Get(second), &other);
 }
 
 TEST(NameTest, PoolsKnowNothingOfEachOther)
@@ -121,6 +126,6 @@ TEST(NameTest, PoolsKnowNothingOfEachOther)
     CVariable variable;
     const TableIdentity identity = first.NewIdentity();
     EXPECT_EQ(second.NewIdentity(), identity) << "the same number, in a pool of its own";
-    name.m_Local.Set(identity, &variable);
-    EXPECT_EQ(other.m_Local.Get(identity), nullptr);
+    SlotOf(name, Scope::Local).Set(identity, &variable);
+    EXPECT_EQ(SlotOf(other, Scope::Local).Get(identity), nullptr);
 }

@@ -59,7 +59,8 @@ protected:
 
     CXmlDocument m_Target;
     CErrorHandler m_Errors;
-    CPouTable m_Table{m_Errors, m_Target};
+    CNamePool m_Names;
+    CPouTable m_Table{m_Errors, m_Target, m_Names};
     CType m_Int{"INT"};
     CType m_Real{"REAL"};
     CType m_Bool{"BOOL"};

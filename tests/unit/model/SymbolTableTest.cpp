@@ -18,7 +18,8 @@ class SymbolTableTest : public testing::Test
 {
 protected:
     SymbolTableTest()
-        : m_DataTypes(m_Target), m_Memory(m_Errors, m_DataTypes, m_ConstantSubstitution), m_Table(m_Memory)
+        : m_DataTypes(m_Target, m_Names), m_Memory(m_Errors, m_DataTypes, m_ConstantSubstitution),
+          m_Table(m_Memory, m_Names, Scope::Local)
     {
     }
 
@@ -35,6 +36,7 @@ protected:
     bool m_ConstantSubstitution = true;
     CErrorHandler m_Errors;
     CXmlDocument m_Target;
+    CNamePool m_Names;
     CDataType m_DataTypes;
     CMemoryHandler m_Memory;
     CSymbolTable m_Table;
@@ -82,4 +84,31 @@ TEST_F(SymbolTableTest, ClearEmptiesTheTable)
     const CVariable* pNew = Add("a");
     EXPECT_EQ(m_Table.Find("a"), pNew);
     EXPECT_EQ(m_Memory.m_LocalVariables.size(), 1u);
+}
+
+TEST_F(SymbolTableTest, TokensAndTextsFindTheSameVariable)
+{
+    const CVariable* pSpeed = Add("Speed");
+    EXPECT_EQ(m_Table.Find(m_Names.Intern("SPEED")), pSpeed);
+    EXPECT_EQ(m_Table.Find(m_Names.Intern("speed")), pSpeed);
+    EXPECT_EQ(m_Table.Find(m_Names.Intern("speeds")), nullptr);
+    const std::size_t count = m_Names.GetCount();
+    EXPECT_EQ(m_Table.Find("neverMet"), nullptr);
+    EXPECT_EQ(m_Names.GetCount(), count) << "asking enters no name";
+}
+
+TEST_F(SymbolTableTest, TablesThatShareThePoolKeepApart)
+{
+    CSymbolTable globals(m_Memory, m_Names, Scope::Global);
+    const CVariable* pLocal = Add("a");
+    EXPECT_EQ(globals.Find("a"), nullptr);
+    auto pVariable = std::make_unique<CVariable>();
+    const CVariable* pGlobal = pVariable.get();
+    pVariable->m_Name = "A";
+    globals.Add(std::move(pVariable));
+    EXPECT_EQ(m_Table.Find("a"), pLocal);
+    EXPECT_EQ(globals.Find("a"), pGlobal);
+
+    CSymbolTable sameScope(m_Memory, m_Names, Scope::Local);
+    EXPECT_EQ(sameScope.Find("a"), nullptr) << "the entry belongs to another table of the scope";
 }

@@ -139,7 +139,8 @@ protected:
     CXmlDocument m_Target;
     CErrorHandler m_Errors;
     bool m_Substitution = true;
-    CDataType m_Types{m_Target};
+    CNamePool m_Names;
+    CDataType m_Types{m_Target, m_Names};
     CMemoryHandler m_Memory{m_Errors, m_Types, m_Substitution};
     std::deque<std::unique_ptr<CTypeArray>> m_ArrayTypes;
     std::deque<std::unique_ptr<CTypeStruct>> m_Structs;
