@@ -9,7 +9,7 @@ static void MeasureCompile(benchmark::State& state, const Workload& workload)
 {
     const int size = static_cast<int>(state.range(0));
     const CompilerRun run(workload.make(size));
-    for (auto _ : state) state.SetIterationTime(run.MeasureSeconds());
+    for (auto _ : state) state.SetIterationTime(run.Measure().seconds);
     state.SetComplexityN(size);
 }
 

@@ -1,7 +1,8 @@
-// Compiles each workload at its size and at twice its size and compares the processor times: twice the input
-// may take at most 2.2 times the time. One round measures both sizes side by side. What else the machine does
-// moves a ratio by a tenth or two, so a round that meets the limit is enough; a cost that grows with the square
-// has a ratio near 4 in each of them.
+// Compiles each workload at four sizes, each twice the one before, and compares what they cost: twice the input may cost
+// at most 2.2 times as much, at each of the three doublings. Where the system counts instructions, once is enough.
+// Else it is processor time: one round measures both sizes of a doubling side by side, what else the machine does moves
+// a ratio by a tenth or two, so a round that meets the limit is enough. A cost that grows with the square has a ratio
+// near 4 at the last doubling, however often it is measured.
 
 #include "CompilerRun.h"
 #include "Workloads.h"
@@ -11,30 +12,50 @@
 #include <cstring>
 
 static constexpr double g_LargestRatio = 2.2;
+static constexpr int g_Doublings = 3;           // the last one goes to twice the workload's size
 static constexpr int g_RunsInRound = 2;
 static constexpr int g_Rounds = 12;
 
-static double MeasureBest(const CompilerRun& run)
+static CompileCost MeasureBest(const CompilerRun& run)
 {
-    double best = run.MeasureSeconds();
-    for (int i = 1; i < g_RunsInRound; ++i) best = std::min(best, run.MeasureSeconds());
+    CompileCost best = run.Measure();
+    if (best.instructions > 0) return best;
+    for (int i = 1; i < g_RunsInRound; ++i) best.seconds = std::min(best.seconds, run.Measure().seconds);
     return best;
+}
+
+static void Print(const char* name, int size, const CompileCost& cost)
+{
+    if (cost.instructions > 0) std::printf("%-20s %9d: %9.1f million instructions", name, size, cost.instructions / 1e6);
+    else std::printf("%-20s %9d: %7.3f s", name, size, cost.seconds);
+}
+
+static bool DoublesWithin(const Workload& workload, int size, const CompilerRun& small, const CompilerRun& large)
+{
+    for (int round = 0; round < g_Rounds; ++round) {
+        const CompileCost once = MeasureBest(small);
+        const CompileCost twice = MeasureBest(large);
+        const double ratio = twice.Get() / once.Get();
+        Print(workload.name, size, once);
+        Print("   twice that,", 2 * size, twice);
+        std::printf("   ratio %.2f\n", ratio);
+        std::fflush(stdout);
+        if (ratio <= g_LargestRatio) return true;
+        if (once.instructions > 0) return false;
+    }
+    return false;
 }
 
 static bool GrowsLinearly(const Workload& workload)
 {
-    const CompilerRun small(workload.make(workload.size));
-    const CompilerRun large(workload.make(2 * workload.size));
-    for (int round = 0; round < g_Rounds; ++round) {
-        const double once = MeasureBest(small);
-        const double twice = MeasureBest(large);
-        const double ratio = twice / once;
-        std::printf("%-20s %9d: %7.3f s   %9d: %7.3f s   ratio %.2f\n", workload.name, workload.size, once,
-                    2 * workload.size, twice, ratio);
-        std::fflush(stdout);
-        if (ratio <= g_LargestRatio) return true;
+    int size = 2 * workload.size >> g_Doublings;
+    bool isLinear = true;
+    for (int i = 0; i < g_Doublings; ++i, size *= 2) {
+        const CompilerRun small(workload.make(size));
+        const CompilerRun large(workload.make(2 * size));
+        isLinear = DoublesWithin(workload, size, small, large) && isLinear;
     }
-    return false;
+    return isLinear;
 }
 
 // With arguments the workloads of those names, checked or not.

@@ -78,3 +78,44 @@ std::string MakeFbParameters(int members)
     for (int i = 0; i < members; ++i) AppendFormat(text, "%sm%d := %d", i ? ",\n" : "", i, i);
     return text + ");\nEND_PROGRAM\n";
 }
+
+std::string MakeVariables(int variables)
+{
+    std::string text = "PROGRAM main\nVAR\n";
+    for (int i = 0; i < variables; ++i) AppendFormat(text, "v%d : DINT := %d;\n", i, i + 1);
+    return text + "END_VAR\nv0 := v1;\nEND_PROGRAM\n";
+}
+
+// The digits of the number of a form, to the base of four types, are the types of its parameters.
+std::string MakeForms(int forms)
+{
+    constexpr const char* types[] = {"INT", "DINT", "REAL", "BOOL"};
+    constexpr int parameters = 8;
+    std::string text;
+    for (int form = 0; form < forms; ++form) {
+        text += "FUNCTION f : INT\nVAR_INPUT\n";
+        for (int i = 0, digits = form; i < parameters; ++i, digits /= 4)
+            AppendFormat(text, "p%d : %s;\n", i, types[digits % 4]);
+        text += "END_VAR\nf := 1;\nEND_FUNCTION\n";
+    }
+    text += "PROGRAM main\nVAR x : INT; v0 : INT; v1 : DINT; v2 : REAL; v3 : BOOL; END_VAR\n";
+    for (int form = 0; form < forms; ++form) {
+        text += "x := f(";
+        for (int i = 0, digits = form; i < parameters; ++i, digits /= 4)
+            AppendFormat(text, "%sv%d", i ? ", " : "", digits % 4);
+        text += ");\n";
+    }
+    return text + "END_PROGRAM\n";
+}
+
+std::vector<std::string> MakeFiles(int files)
+{
+    std::vector<std::string> texts;
+    for (int i = 0; i < files; ++i) {
+        std::string& text = texts.emplace_back();
+        AppendFormat(text, "FUNCTION f%d : INT\nVAR_INPUT a : INT; END_VAR\n", i);
+        AppendFormat(text, "f%d := a;\nEND_FUNCTION\n", i);
+    }
+    texts.push_back("PROGRAM main\nVAR x : INT; END_VAR\nx := f0(x);\nEND_PROGRAM\n");
+    return texts;
+}
