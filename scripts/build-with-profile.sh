@@ -10,6 +10,7 @@ build=$top/build/pgo
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$top"
+export CCACHE_DISABLE=1   # it does not know each version's counters
 
 build() {   # HOW
     echo "== $1"

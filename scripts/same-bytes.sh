@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Shows that two builds of the compiler print and write the same bytes: on all cases and examples, and on generated
 # programs under six sets of options. Exit status 1 where anything differs. With WITHOUT_NOTES=1 in the environment the notes on
-# standard error are left out.
+# standard error are left out; with NEW_FOLDER the new compiler runs in a folder of that name, and what shows where a run
+# took place is made equal; with SOURCE_DATE_EPOCH the file times are compared, too.
 #   scripts/same-bytes.sh OLD_COMPILER NEW_COMPILER [GENERATED_PROGRAMS]
 set -eu
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -16,24 +17,29 @@ ln -s "$new" "$scratch/new-bin/compiler"
 "${CXX:-g++}" -std=c++20 -O1 "$top"/fuzz/GenerateProgram.cpp "$top"/fuzz/ProgramGenerator.cpp -o "$scratch/generate"
 export TZ=UTC LC_ALL=C
 
+# The number of the process stands in the firmware library's name, and the time of day in what a case has written for
+# itself.
+leave_out=(-e 's/~st[0-9][0-9]*/~st0/g')
+[ -n "${SOURCE_DATE_EPOCH:-}" ] || leave_out+=(-e 's/^DBI FILETIME .*/DBI FILETIME/' -e 's/ filetime="[-0-9]*"//')
+
 compared=0
 different=0
 
 # Runs the file `cmd` of the folder `work` with the old and the new compiler, in a folder of the same name.
 compare() {
-    local name=$1 side
+    local name=$1 side run
     for side in old new; do
-        rm -rf "$scratch/run"
-        cp -r "$scratch/work" "$scratch/run"
-        find "$scratch/run" -type f -exec touch -d 2024-01-01T00:00:00 {} +
-        ( cd "$scratch/run" && PATH="$scratch/$side-bin:$PATH" && { . ./cmd; echo "status $?"; } >.stdout 2>.stderr ) || true
-        # The number of the process stands in the firmware library's name, and the time of day in what a case has
-        # written for itself.
-        ( cd "$scratch/run" && find . -type f -size -50M -exec sed -i -e 's/~st[0-9][0-9]*/~st0/g' \
-              -e 's/^DBI FILETIME .*/DBI FILETIME/' -e 's/ filetime="[-0-9]*"//' {} + ) 2>/dev/null || true
-        [ -z "${WITHOUT_NOTES:-}" ] || sed -i '/ : note N[0-9]*: /d' "$scratch/run/.stderr"
+        run=$scratch/run
+        [ "$side" = old ] || run=$scratch/${NEW_FOLDER:-run}
+        rm -rf "$run"
+        mkdir -p "$(dirname "$run")"
+        cp -r "$scratch/work" "$run"
+        find "$run" -type f -exec touch -d 2024-01-01T00:00:00 {} +
+        ( cd "$run" && PATH="$scratch/$side-bin:$PATH" && { . ./cmd; echo "status $?"; } >.stdout 2>.stderr ) || true
+        ( cd "$run" && find . -type f -size -50M -exec sed -i "${leave_out[@]}" -e "s|$run|RUN|g" {} + ) 2>/dev/null || true
+        [ -z "${WITHOUT_NOTES:-}" ] || sed -i '/ : note N[0-9]*: /d' "$run/.stderr"
         rm -rf "$scratch/$side"
-        mv "$scratch/run" "$scratch/$side"
+        mv "$run" "$scratch/$side"
     done
     compared=$((compared + 1))
     if ! diff -r "$scratch/old" "$scratch/new" >"$scratch/diff" 2>&1; then
