@@ -37,10 +37,18 @@ constexpr Sibling g_Siblings[] = {
     {"NOT(", "NEG("},       {"SQRT(", "ABS("},
 };
 
-// Another width or another sign.
-constexpr Sibling g_Types[] = {
-    {"(SINT)", "(USINT)"}, {"(USINT)", "(SINT)"}, {"(INT)", "(SINT)"},    {"(UINT)", "(INT)"},  {"(DINT)", "(INT)"},
-    {"(UDINT)", "(UINT)"}, {"(BYTE)", "(SINT)"},  {"(WORD)", "(BYTE)"},   {"(DWORD)", "(WORD)"}, {"(REAL)", "(DWORD)"},
+// What is stored in another width.
+constexpr Sibling g_StoredTypes[] = {
+    {"(SINT)", "(INT)"},   {"(USINT)", "(UINT)"}, {"(BYTE)", "(WORD)"},   {"(INT)", "(SINT)"},  {"(UINT)", "(USINT)"},
+    {"(WORD)", "(BYTE)"},  {"(DINT)", "(INT)"},   {"(UDINT)", "(UINT)"},  {"(DWORD)", "(WORD)"}, {"(REAL)", "(WORD)"},
+    {"(LREAL)", "(REAL)"},
+};
+
+// What is read in another width, or of eight bits with another sign. Another sign alone is no fault of wider ones where
+// the value is only moved.
+constexpr Sibling g_ReadTypes[] = {
+    {"(SINT)", "(USINT)"}, {"(USINT)", "(SINT)"}, {"(BYTE)", "(SINT)"},   {"(INT)", "(SINT)"},  {"(UINT)", "(USINT)"},
+    {"(WORD)", "(BYTE)"},  {"(DINT)", "(INT)"},   {"(UDINT)", "(UINT)"},  {"(DWORD)", "(WORD)"}, {"(REAL)", "(WORD)"},
     {"(LREAL)", "(REAL)"},
 };
 
@@ -77,6 +85,7 @@ public:
 private:
     std::string Change(FaultKind kind, const Instruction& instruction, const std::string& line);
     std::string ChangeNumber(const Instruction& instruction, const std::string& line);
+    std::string ChangeType(const Instruction& instruction, const std::string& line);
     std::string ChangeJump(const Instruction& instruction, const std::string& line);
     bool IsReached(std::size_t instruction) const;
 
@@ -136,6 +145,20 @@ std::string CFaultTrial::ChangeNumber(const Instruction& instruction, const std:
     }
 }
 
+std::string CFaultTrial::ChangeType(const Instruction& instruction, const std::string& line)
+{
+    switch (instruction.mnemonic) {
+    case Mnemonic::PopMemory:
+    case Mnemonic::PopThrough:
+    case Mnemonic::PopIndirect: return ReplaceByTable(line, g_StoredTypes);
+    case Mnemonic::PushMemory:
+    case Mnemonic::PushThrough:
+    case Mnemonic::PushIndirect:
+    case Mnemonic::Convert: return ReplaceByTable(line, g_ReadTypes);
+    default: return line;   // the type of an address and of most operations changes nothing that could be seen
+    }
+}
+
 // To another label of the same function.
 std::string CFaultTrial::ChangeJump(const Instruction& instruction, const std::string& line)
 {
@@ -168,11 +191,7 @@ std::string CFaultTrial::Change(FaultKind kind, const Instruction& instruction, 
         if (dot == std::string::npos || dot > line.find(';')) return line;
         return AddAt(line, dot + 2, line[dot + 2] == '0' ? 1 : -1);
     }
-    case FaultKind::Width: return isMemory || instruction.mnemonic == Mnemonic::PushIndirect ||
-                                  instruction.mnemonic == Mnemonic::PopIndirect ||
-                                  instruction.mnemonic == Mnemonic::Convert
-                                      ? ReplaceByTable(line, g_Types)
-                                      : line;
+    case FaultKind::Width: return ChangeType(instruction, line);
     case FaultKind::Jump: return ChangeJump(instruction, line);
     }
     return line;

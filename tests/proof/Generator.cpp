@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace
@@ -24,6 +25,14 @@ struct OpenLoop
 {
     const Variable* pCounter;
     Bounds range;
+};
+
+// Variables of loops: written by their loops only.
+struct Counter
+{
+    const Variable* pCounter;
+    const Variable* pLimit = nullptr;   // made when a loop asks for one
+    const Variable* pStep = nullptr;
 };
 
 // What a path is wanted for.
@@ -62,6 +71,7 @@ private:
     void DeclareNamedArray();
     const Type* PickAggregate();
     std::vector<Value> InitialValues(const Type& type, bool isMember);
+    int AnyInteger(ScalarKind kind);
     Value AnyValue(ScalarKind kind);
     Variable& AddGlobal(const Type* pType);
     void DeclareConstants();
@@ -69,7 +79,9 @@ private:
     void DeclareLocated();
     Variable& AddVariable(std::string_view start, const Type* pType, Role role);
     void AddParameters(Role role, int count, int aggregatesIn);
-    void AddCounters();
+    const Variable* AddGuarded(const Type* pType);
+    Counter& FreeCounter(Bounds range);
+    bool IsCounting(const Variable& variable) const;
     void BeginFunction(Function::Form form, std::string_view name);
     void DeclareFunction();
     void DeclareBlock();
@@ -128,7 +140,10 @@ private:
     void AddCase(int depth);
     void AddFor(int depth);
     void AddCondLoop(int depth, bool isRepeat);
+    void AddBody(Statement& statement, OpenLoop loop, int count, int depth);
     void AddArrayLoop();
+    std::vector<Statement> OpenLoops(const Type& array, bool mayGoDown, Step& step);
+    void CloseLoops(std::vector<Statement> loops, std::vector<Statement> body);
     void AddEscape();
     void AddFunctionCall();
     void CallFunctionNow(const Function& function);
@@ -137,8 +152,8 @@ private:
     Path PathTo(const Variable& variable) { return {&variable, {}, variable.pType}; }
     Statement MakeFor(const Variable& counter, Bounds range, bool isDown);
     void FoldAll();
-    void FoldPath(const Path& path);
-    void FoldVariable(const Variable& variable);
+    void FoldPath(const Path& path, const Path& sum);
+    void FoldScalar(const Path& path, const Path& sum);
 
     CDecisions m_Decisions;
     std::unique_ptr<Program> m_pProgram = std::make_unique<Program>();
@@ -148,15 +163,12 @@ private:
     Function* m_pFunction = nullptr;      // being made
     std::vector<Statement>* m_pList = nullptr;
     std::vector<OpenLoop> m_Loops;
-    std::vector<const Variable*> m_Counters;   // of the function, one for each depth of loops
-    std::vector<const Variable*> m_Limits;
-    std::vector<const Variable*> m_Steps;
+    std::vector<Counter> m_Counters;      // of the function
     const Variable* m_pSum = nullptr;
     int m_Names = 0;
-    int m_ClosedTo = 0;                   // depth of loops in use
     int m_Cases = 0;                      // CASE statements around the place, from the innermost loop on
     bool m_MayCall = true;
-    bool m_AreLocalsReady = false;        // a function's locals are written before they are read
+    bool m_AreLocalsReady = true;         // a function's locals are written before they are read
     std::vector<const Function*> m_Called;
 };
 
@@ -183,7 +195,8 @@ Type& CProofGenerator::NewType(Type::Form form)
 
 Bounds CProofGenerator::NewBounds(int most)
 {
-    const int low = Pick<int>({0, 0, 1, 1, 2, -1, -2, 5});
+    // Far from 0, so that a subscript needs the whole width of its type.
+    const int low = Pick<int>({0, 1, -2, 100, 300, -300, 1000, -1000, 40000, -40000, 70000});
     return {low, low + 1 + Below(most - 1)};
 }
 
@@ -251,12 +264,19 @@ const Type* CProofGenerator::PickAggregate()
     return InlineArray(dimensions, dimensions == 1 ? 12 : 4);
 }
 
+// Half of them need the whole width of the type.
+int CProofGenerator::AnyInteger(ScalarKind kind)
+{
+    if (Below(2)) return IsSigned(kind) ? Below(200) - 100 : Below(200);
+    const int most = GetBits(kind) == 8 ? 127 : GetBits(kind) == 16 ? 32767 : 2'000'000'000;
+    return IsSigned(kind) && Below(2) ? -Below(most) : Below(most);
+}
+
 Value CProofGenerator::AnyValue(ScalarKind kind)
 {
     if (IsBool(kind)) return {Below(2), 0};
-    if (IsReal(kind)) return {0, (Below(400) - 200) * 0.125};
-    if (IsSigned(kind)) return {Below(200) - 100, 0};
-    return {Below(200), 0};
+    if (IsReal(kind)) return {0, (Below(4000) - 2000) * 0.125};
+    return {AnyInteger(kind), 0};
 }
 
 // Of scalars and arrays of them; empty otherwise.
@@ -368,21 +388,33 @@ void CProofGenerator::AddParameters(Role role, int count, int aggregatesIn)
     }
 }
 
-void CProofGenerator::AddCounters()
+const Variable* CProofGenerator::AddGuarded(const Type* pType)
 {
-    m_Counters.clear();
-    m_Limits.clear();
-    m_Steps.clear();
-    m_Loops.clear();
-    m_ClosedTo = 0;
-    for (int i = 0; i < 3; ++i) {
-        const Type* pType = GetScalarType(PickSigned());
-        for (std::vector<const Variable*>* pList : {&m_Counters, &m_Limits, &m_Steps}) {
-            Variable& variable = AddVariable("i", pType, Role::Own);
-            variable.isGuarded = true;
-            pList->push_back(&variable);
-        }
-    }
+    Variable& variable = AddVariable("i", pType, Role::Own);
+    variable.isGuarded = true;
+    return &variable;
+}
+
+static bool Holds(ScalarKind kind, Bounds range)
+{
+    const int width = GetBits(kind) - 2;   // the counter goes beyond its range by a step
+    return range.low > -(1 << width) && range.high < (1 << width);
+}
+
+// A counter that no loop around uses, of a type that holds the range; a new one if need be.
+Counter& CProofGenerator::FreeCounter(Bounds range)
+{
+    for (Counter& counter : m_Counters)
+        if (!IsCounting(*counter.pCounter) && Holds(counter.pCounter->pType->kind, range)) return counter;
+    std::vector<ScalarKind> kinds;
+    for (const ScalarKind kind : m_SignedKinds)
+        if (Holds(kind, range)) kinds.push_back(kind);
+    return m_Counters.emplace_back(Counter{AddGuarded(GetScalarType(Pick(kinds)))});
+}
+
+bool CProofGenerator::IsCounting(const Variable& variable) const
+{
+    return std::any_of(m_Loops.begin(), m_Loops.end(), [&](const OpenLoop& loop) { return loop.pCounter == &variable; });
 }
 
 void CProofGenerator::BeginFunction(Function::Form form, std::string_view name)
@@ -391,7 +423,7 @@ void CProofGenerator::BeginFunction(Function::Form form, std::string_view name)
     m_pFunction->form = form;
     m_pFunction->name = name;
     m_pList = &m_pFunction->body;
-    m_AreLocalsReady = form != Function::Form::Function;
+    m_Counters.clear();
 }
 
 void CProofGenerator::DeclareFunction()
@@ -413,17 +445,20 @@ void CProofGenerator::DeclareFunction()
     for (int i = 1 + Below(2); i > 0; --i) AddVariable("v", GetScalarType(PickKind()), Role::Own);
     if (Below(2)) AddVariable("v", InlineArray(1 + Below(2), 3), Role::Own);
     if (OneIn(3)) AddVariable("v", PickAggregate(), Role::Own);
-    AddCounters();
+    Path result = PathTo(*m_pSum);
     if (!OneIn(5)) {
         m_pFunction->pResult = GetScalarType(PickKind());
-        AddVariable("v", m_pFunction->pResult, Role::Result).name = m_pFunction->name;
+        Variable& variable = AddVariable("v", m_pFunction->pResult, Role::Result);
+        variable.name = m_pFunction->name;
+        result = PathTo(variable);
     }
+    m_AreLocalsReady = false;
     InitialiseLocals();
     m_AreLocalsReady = true;
     Statements(m_pFunction->body, 2 + Below(3), 2);
-    if (m_pFunction->pResult) {
-        const Path result = PathTo(m_pFunction->variables.back());
-        Add(AssignTo(result, Accumulated(result, 2)));
+    for (std::size_t i = 0; i < m_pFunction->variables.size(); ++i) {   // nothing that was computed is lost
+        const Variable& variable = m_pFunction->variables[i];
+        if (!variable.isGuarded && &variable != result.pVariable) FoldPath(PathTo(variable), result);
     }
 }
 
@@ -443,7 +478,6 @@ void CProofGenerator::DeclareBlock()
     }
     for (const Function& other : m_pProgram->functions)   // an instance of another block
         if (other.pBlock && OneIn(3)) AddVariable("n", other.pBlock, Role::Own);
-    AddCounters();
     Statements(m_pFunction->body, 4 + Below(4), 2);
 
     Type& type = NewType(Type::Form::Block);
@@ -477,7 +511,6 @@ void CProofGenerator::DeclareProgram(const std::string& name, int statements)
     }
     for (const Function& function : m_pProgram->functions)
         if (function.pBlock && OneIn(3)) AddVariable("n", function.pBlock, Role::Own);
-    AddCounters();
     Statements(m_pFunction->body, statements, 3);
     for (const Function& function : m_pProgram->functions)   // what nobody calls is no proof
         if (function.form == Function::Form::Function &&
@@ -558,6 +591,7 @@ bool CProofGenerator::HasBitArray(const Type& type) const
 bool CProofGenerator::IsUsable(const Variable& variable, const Wish& wish) const
 {
     if (wish.isWritten && (variable.isConstant || variable.isGuarded)) return false;
+    if (variable.isGuarded && &variable != m_pSum && !IsCounting(variable)) return false;
     if (!m_AreLocalsReady && (variable.role == Role::Own || variable.role == Role::Result) &&
         variable.place == Place::Frame)
         return false;
@@ -576,7 +610,8 @@ Expression CProofGenerator::Subscript(Bounds bounds, bool isConstant, int depth)
             if (loop.range.low >= bounds.low && loop.range.high <= bounds.high) fitting.push_back(loop.pCounter);
         if (!fitting.empty() && Below(4)) return Access(PathTo(*Pick(fitting)));
         if (depth > 0 && Below(3)) {
-            const ScalarKind kind = PickSigned();
+            ScalarKind kind = PickSigned();
+            if (!Holds(kind, bounds)) kind = ScalarKind::Dint;
             const Expression value = Leaf(kind, false, depth - 1);
             if (OneIn(4))
                 return Make(Operator::Limit, kind, {Number(bounds.low, kind), value, Number(bounds.high, kind)});
@@ -714,7 +749,7 @@ Expression CProofGenerator::Literal(ScalarKind kind)
     }
     if (OneIn(12) && IsSigned(kind))
         return Number(Below(2) ? (1 << (GetBits(kind) - 2)) - 1 + (1 << (GetBits(kind) - 2)) : -(1 << (GetBits(kind) - 2)), kind);
-    if (OneIn(6)) return Number(GetBits(kind) == 8 ? 100 + Below(27) : 1000 + Below(30000), kind);
+    if (OneIn(3)) return Number(1 + std::abs(AnyInteger(kind)), kind);
     return Number(1 + Below(12), kind);
 }
 
@@ -1056,7 +1091,8 @@ Expression CProofGenerator::Combined(const Path& target, Expression value)
     Expression old = Access(target);
     if (IsReal(kind)) {
         old = Make(Operator::Multiply, kind, {std::move(old), RealNumber("0.5", kind)});
-        value = Make(Operator::Limit, kind, {RealNumber("-400.0", kind), std::move(value), RealNumber("400.0", kind)});
+        const bool isSmall = value.op == Operator::Access || value.op == Operator::Literal;
+        if (!isSmall) value = Make(Operator::Limit, kind, {RealNumber("-400.0", kind), std::move(value), RealNumber("400.0", kind)});
         return Make(Below(2) ? Operator::Add : Operator::Subtract, kind, {std::move(old), std::move(value)});
     }
     if (IsBool(kind)) return Make(Below(2) ? Operator::Xor : Operator::NotEqual, kind, {std::move(old), std::move(value)});
@@ -1116,14 +1152,16 @@ void CProofGenerator::AddCase(int depth)
     Statement statement;
     statement.kind = Statement::Kind::Case;
     const ScalarKind kind = PickSigned();
-    statement.value = OneIn(4) ? Leaf(kind, false)
-                               : Make(Operator::Modulo, kind, {Evaluated(kind, 1, false), Number(4 + Below(5), kind)});
+    const int count = 3 + Below(4);
+    statement.value = Make(Operator::Modulo, kind, {Evaluated(kind, 1, false), Number(count, kind)});
+    const bool isAbsolute = Below(3) > 0;
+    if (isAbsolute) statement.value = Make(Operator::Abs, kind, {std::move(statement.value)});
     ++m_Cases;
-    int next = -4 + Below(4);
-    for (int i = 2 + Below(4); i > 0; --i) {
+    int next = isAbsolute ? 0 : 1 - count;
+    while (next < count - 1) {
         Arm& arm = statement.arms.emplace_back();
         for (int k = 1 + Below(2); k > 0; --k) {
-            const int high = next + (Below(2) ? Below(3) : 0);
+            const int high = next + (OneIn(3) ? 1 + Below(2) : 0);
             arm.labels.push_back({next, high});
             next = high + 1 + (OneIn(3) ? 1 : 0);
         }
@@ -1153,14 +1191,15 @@ Statement CProofGenerator::MakeFor(const Variable& counter, Bounds range, bool i
 // The range says what the counter may hold inside of the loop, whatever the run-time bound and step are.
 void CProofGenerator::AddFor(int depth)
 {
-    if (m_ClosedTo >= static_cast<int>(m_Counters.size())) return;
-    const std::size_t level = static_cast<std::size_t>(m_ClosedTo);
     const Bounds range = NewBounds(6);
     const bool isDown = Below(3) == 0;
-    Statement statement = MakeFor(*m_Counters[level], range, isDown);
-    const ScalarKind kind = m_Counters[level]->pType->kind;
+    Counter& counter = FreeCounter(range);
+    const Variable* const pCounter = counter.pCounter;
+    Statement statement = MakeFor(*pCounter, range, isDown);
+    const ScalarKind kind = pCounter->pType->kind;
     if (OneIn(3)) {   // a bound that is only known at run time
-        const Path limit = PathTo(*m_Limits[level]);
+        if (!counter.pLimit) counter.pLimit = AddGuarded(pCounter->pType);
+        const Path limit = PathTo(*counter.pLimit);
         Expression distance = Small(kind, range.Count());
         Add(AssignTo(limit, Make(isDown ? Operator::Subtract : Operator::Add, kind,
                                  {Number(isDown ? range.high : range.low, kind), std::move(distance)})));
@@ -1170,48 +1209,45 @@ void CProofGenerator::AddFor(int depth)
         statement.hasStep = true;
         statement.step = Number(isDown ? -1 - Below(2) : 1 + Below(2), kind);
         if (Below(2)) {
-            const Path step = PathTo(*m_Steps[level]);
+            if (!counter.pStep) counter.pStep = AddGuarded(pCounter->pType);
+            const Path step = PathTo(*counter.pStep);
             Add(AssignTo(step, std::move(statement.step)));
             statement.step = Access(step);
         }
     }
-    const int cases = std::exchange(m_Cases, 0);
-    ++m_ClosedTo;
-    m_Loops.push_back({m_Counters[level], range});
-    Statements(statement.body, 1 + Below(3), depth - 1);
-    m_Loops.pop_back();
-    --m_ClosedTo;
-    m_Cases = cases;
+    AddBody(statement, {pCounter, range}, 1 + Below(3), depth - 1);
     Add(std::move(statement));
+}
+
+void CProofGenerator::AddBody(Statement& statement, OpenLoop loop, int count, int depth)
+{
+    const int cases = std::exchange(m_Cases, 0);
+    m_Loops.push_back(loop);
+    Statements(statement.body, count, depth);
+    m_Loops.pop_back();
+    m_Cases = cases;
 }
 
 // A counter of its own ends the loop where the condition doesn't.
 void CProofGenerator::AddCondLoop(int depth, bool isRepeat)
 {
-    if (m_ClosedTo >= static_cast<int>(m_Counters.size())) return;
-    const Variable& counter = *m_Counters[static_cast<std::size_t>(m_ClosedTo)];
+    const int most = 1 + Below(5);
+    const int start = Pick<int>({0, -3, 300, -300, 40000});
+    const Variable& counter = *FreeCounter({start, start + most}).pCounter;
     const Path path = PathTo(counter);
     const ScalarKind kind = counter.pType->kind;
-    const int most = 1 + Below(5);
-    Add(AssignTo(path, Number(0, kind)));
+    Add(AssignTo(path, Number(start, kind)));
 
     Statement statement;
     statement.kind = isRepeat ? Statement::Kind::Repeat : Statement::Kind::While;
-    statement.value = Make(isRepeat ? Operator::GreaterEqual : Operator::Less, ScalarKind::Bool, {Access(path), Number(most, kind)});
+    statement.value = Make(isRepeat ? Operator::GreaterEqual : Operator::Less, ScalarKind::Bool, {Access(path), Number(start + most, kind)});
     if (Below(2)) {
-        Expression other = Comparison(1);
-        std::vector<Expression> both{std::move(statement.value), std::move(other)};
+        std::vector<Expression> both{std::move(statement.value), Comparison(1)};
         if (Below(2)) std::swap(both[0], both[1]);
         statement.value = Make(isRepeat ? Operator::Or : Operator::And, ScalarKind::Bool, std::move(both));
     }
-    const int cases = std::exchange(m_Cases, 0);
-    ++m_ClosedTo;
     statement.body.push_back(AssignTo(path, Make(Operator::Add, kind, {Access(path), Number(1, kind)})));
-    m_Loops.push_back({&counter, {1, most}});
-    Statements(statement.body, 1 + Below(2), depth - 1);
-    m_Loops.pop_back();
-    --m_ClosedTo;
-    m_Cases = cases;
+    AddBody(statement, {&counter, {start + 1, start + most}}, 1 + Below(2), depth - 1);
     Add(std::move(statement));
 }
 
@@ -1222,9 +1258,7 @@ void CProofGenerator::AddArrayLoop()
     const auto collect = [&](const std::deque<Variable>& variables) {
         for (const Variable& variable : variables) {
             const Type& type = *variable.pType;
-            if (type.form == Type::Form::Array && type.pElement->IsScalar() && !variable.isGuarded &&
-                type.dimensions.size() + static_cast<std::size_t>(m_ClosedTo) <= m_Counters.size())
-                arrays.push_back(&variable);
+            if (type.form == Type::Form::Array && type.pElement->IsScalar()) arrays.push_back(&variable);
         }
     };
     collect(m_pFunction->variables);
@@ -1234,32 +1268,41 @@ void CProofGenerator::AddArrayLoop()
     const Type& type = *array.pType;
 
     Step step{nullptr, &type, {}};
+    std::vector<Statement> loops = OpenLoops(type, true, step);
+    Path element{&array, {std::move(step)}, type.pElement};
+    std::vector<Statement> body;
+    Path target;
+    if (Below(3)) {
+        body.push_back(AssignTo(element, Accumulated(element, 2)));
+    } else if (FindPath({PickKind(), true, false}, target, 0)) {
+        Expression value = Access(element);
+        const ScalarKind kind = target.pType->kind;
+        if (kind != value.kind) value = Make(Operator::Cast, kind, {std::move(value)});
+        body.push_back(AssignTo(target, Combined(target, std::move(value))));
+    }
+    CloseLoops(std::move(loops), std::move(body));
+}
+
+// A loop for each dimension, and the counters as the step's subscripts.
+std::vector<Statement> CProofGenerator::OpenLoops(const Type& array, bool mayGoDown, Step& step)
+{
     std::vector<Statement> loops;
-    for (const Bounds& dimension : type.dimensions) {
-        const Variable& counter = *m_Counters[static_cast<std::size_t>(m_ClosedTo++)];
-        loops.push_back(MakeFor(counter, dimension, OneIn(3)));
+    for (const Bounds& dimension : array.dimensions) {
+        const Variable& counter = *FreeCounter(dimension).pCounter;
+        loops.push_back(MakeFor(counter, dimension, mayGoDown && OneIn(3)));
         m_Loops.push_back({&counter, dimension});
         step.subscripts.push_back(Access(PathTo(counter)));
     }
-    Path element{&array, {std::move(step)}, type.pElement};
-    std::vector<Statement> body;
-    if (Below(3)) {
-        body.push_back(AssignTo(element, Accumulated(element, 2)));
-    } else {
-        Path target;
-        if (FindPath({PickKind(), true, false}, target, 0)) {
-            Expression value = Access(element);
-            const ScalarKind kind = target.pType->kind;
-            if (kind != value.kind) value = Make(Operator::Cast, kind, {std::move(value)});
-            body.push_back(AssignTo(target, Combined(target, std::move(value))));
-        }
-    }
+    return loops;
+}
+
+void CProofGenerator::CloseLoops(std::vector<Statement> loops, std::vector<Statement> body)
+{
     for (std::size_t i = loops.size(); i-- > 0;) {
         loops[i].body = std::move(body);
         body.clear();
         body.push_back(std::move(loops[i]));
         m_Loops.pop_back();
-        --m_ClosedTo;
     }
     Add(std::move(body[0]));
 }
@@ -1267,7 +1310,7 @@ void CProofGenerator::AddArrayLoop()
 // IF condition THEN EXIT or RETURN.
 void CProofGenerator::AddEscape()
 {
-    const bool isLoop = m_ClosedTo > 0 && m_Cases == 0;
+    const bool isLoop = !m_Loops.empty() && m_Cases == 0;
     const bool mayReturn = m_pFunction->form != Function::Form::Program && Below(2);
     if (!isLoop && !mayReturn) {
         AddAssign(2);
@@ -1285,48 +1328,62 @@ void CProofGenerator::AddEscape()
 
 // ---- The checksum
 
-void CProofGenerator::FoldPath(const Path& path)
+// All that is behind the path, into `sum`: members one by one, elements in loops.
+void CProofGenerator::FoldPath(const Path& path, const Path& sum)
 {
-    const Path sum = PathTo(*m_pSum);
-    Expression part = Access(path);
-    if (part.kind != ScalarKind::Dint) part = Make(Operator::Cast, ScalarKind::Dint, {std::move(part)});
-    Expression old = Make(Operator::Multiply, ScalarKind::Dint, {Access(sum), Number(31, ScalarKind::Dint)});
-    Add(AssignTo(sum, Make(Operator::Add, ScalarKind::Dint, {std::move(old), std::move(part)})));
+    const Type& type = *path.pType;
+    if (type.IsScalar()) {
+        FoldScalar(path, sum);
+        return;
+    }
+    Path inner = path;
+    Step& step = inner.steps.emplace_back();
+    if (type.form != Type::Form::Array) {
+        for (const Member& member : type.members) {
+            if (!IsOpen(member, type, false)) continue;
+            step.pMember = &member;
+            inner.pType = member.pType;
+            FoldPath(inner, sum);
+        }
+        return;
+    }
+    step.pArray = &type;
+    inner.pType = type.pElement;
+    if (HasBitArray(*type.pElement)) {   // whose bits want constant subscripts in front of them
+        for (const Bounds& dimension : type.dimensions) step.subscripts.push_back(Number(dimension.high, ScalarKind::Dint));
+        FoldPath(inner, sum);
+        return;
+    }
+    std::vector<Statement> loops = OpenLoops(type, false, step);
+    std::vector<Statement> body;
+    std::vector<Statement>* const pOuter = std::exchange(m_pList, &body);
+    FoldPath(inner, sum);
+    m_pList = pOuter;
+    CloseLoops(std::move(loops), std::move(body));
 }
 
-// Scalars, members one level down, and arrays of scalars in loops.
-void CProofGenerator::FoldVariable(const Variable& variable)
+void CProofGenerator::FoldScalar(const Path& path, const Path& sum)
 {
-    const Type& type = *variable.pType;
-    if (&variable == m_pSum || variable.isConstant) return;
-    if (type.IsScalar()) {
-        FoldPath(PathTo(variable));
+    Expression part = Access(path);
+    const ScalarKind kind = sum.pType->kind;
+    if (part.kind != kind) part = Make(Operator::Cast, kind, {std::move(part)});
+    if (sum.pVariable != m_pSum) {
+        Add(AssignTo(sum, Combined(sum, std::move(part))));
         return;
     }
-    if (type.form != Type::Form::Array) {
-        for (const Member& member : type.members)
-            if (member.pType->IsScalar() && IsOpen(member, type, false)) FoldPath({&variable, {{&member, nullptr, {}}}, member.pType});
-        return;
-    }
-    if (!type.pElement->IsScalar()) return;
-    Step step{nullptr, &type, {}};
-    std::vector<Statement> loops;
-    for (std::size_t i = 0; i < type.dimensions.size(); ++i) {
-        loops.push_back(MakeFor(*m_Counters[i], type.dimensions[i], false));
-        step.subscripts.push_back(Access(PathTo(*m_Counters[i])));
-    }
-    std::vector<Statement>* const pOuter = m_pList;
-    m_pList = &loops.back().body;
-    FoldPath({&variable, {std::move(step)}, type.pElement});
-    m_pList = pOuter;
-    for (std::size_t i = loops.size(); i-- > 1;) loops[i - 1].body.push_back(std::move(loops[i]));
-    Add(std::move(loops[0]));
+    Expression old = Make(Operator::Multiply, kind, {Access(sum), Number(31, kind)});
+    Add(AssignTo(sum, Make(Operator::Add, kind, {std::move(old), std::move(part)})));
 }
 
 void CProofGenerator::FoldAll()
 {
-    for (const Variable& variable : m_pProgram->globals) FoldVariable(variable);
-    for (const Variable& variable : m_pFunction->variables) FoldVariable(variable);
+    for (const std::deque<Variable>* pList : {&m_pProgram->globals, &m_pFunction->variables}) {
+        const std::size_t count = pList->size();   // folding may add counters
+        for (std::size_t i = 0; i < count; ++i) {
+            const Variable& variable = (*pList)[i];
+            if (&variable != m_pSum && !variable.isConstant) FoldPath(PathTo(variable), PathTo(*m_pSum));
+        }
+    }
 }
 
 std::unique_ptr<Program> CProofGenerator::Run()
@@ -1342,7 +1399,7 @@ std::unique_ptr<Program> CProofGenerator::Run()
     }
     DeclareProgram("main", 6 + Below(10));
     if (OneIn(4)) DeclareProgram("second", 3 + Below(4));
-    m_pProgram->scans = 3 + Below(3);
+    m_pProgram->scans = 10 + Below(6);
     return std::move(m_pProgram);
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-static constexpr int g_StepsPerScan = 40'000;
+static constexpr int g_StepsPerScan = 20'000;
 
 CInterpreter::CInterpreter(const Program& program, bool hasShortcut) : m_Program(program), m_HasShortcut(hasShortcut)
 {
@@ -148,7 +148,9 @@ Value CInterpreter::Call(const Expression& expression)
     m_Frame = end;
     m_Memory.insert(m_Memory.end(), frame.begin(), frame.end());
     Enter(function.body);
-    const Value result = function.pResult ? m_Memory[end + static_cast<std::size_t>(function.variables.back().slot)] : Value();
+    Value result;
+    for (const Variable& variable : function.variables)
+        if (variable.role == Role::Result) result = m_Memory[end + static_cast<std::size_t>(variable.slot)];
     m_Memory.resize(end);
     m_Frame = caller;
     return result;

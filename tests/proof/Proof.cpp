@@ -8,16 +8,16 @@
 
 // ---- What can be looked at
 
-static void Observe(const std::string& name, const Type& type, int slot, std::vector<Observed>& observed)
+static void Observe(const std::string& name, const Type& type, int slot, bool isOfProgram, std::vector<Observed>& observed)
 {
     if (type.IsScalar()) {
-        observed.push_back({name, type.kind, slot});
+        observed.push_back({name, type.kind, slot, isOfProgram});
         return;
     }
     if (type.form != Type::Form::Array) {
         for (const Member& member : type.members)
             if (member.role != Role::InOut)
-                Observe(name + "." + member.name, *member.pType, slot + member.slot, observed);
+                Observe(name + "." + member.name, *member.pType, slot + member.slot, isOfProgram, observed);
         return;
     }
     const int count = type.slots / type.pElement->slots;
@@ -30,21 +30,24 @@ static void Observe(const std::string& name, const Type& type, int slot, std::ve
             subscripts = subscripts.empty() ? subscript : subscript + "," + subscripts;
             left /= dimension.Count();
         }
-        Observe(name + "[" + subscripts + "]", *type.pElement, slot + i * type.pElement->slots, observed);
+        Observe(name + "[" + subscripts + "]", *type.pElement, slot + i * type.pElement->slots, isOfProgram, observed);
     }
 }
 
-// Globals with all that is in them, and the scalars of programs. What else a program has is in the checksum.
+// Globals with all that is in them, and the scalars and instances of programs. What else a program has is in the checksum.
 static void ObserveProgram(const Program& program, std::vector<Observed>& observed)
 {
     for (const Variable& variable : program.globals)
-        if (!variable.isConstant) Observe(variable.name, *variable.pType, variable.slot, observed);
+        if (!variable.isConstant) Observe(variable.name, *variable.pType, variable.slot, false, observed);
     for (const Function& function : program.functions) {
         if (function.form != Function::Form::Program) continue;
         for (const Variable& variable : function.variables)
-            if (variable.pType->IsScalar())
-                observed.push_back({function.name + "." + variable.name, variable.pType->kind, variable.slot});
+            if (variable.pType->form != Type::Form::Array && variable.pType->form != Type::Form::Structure)
+                Observe(function.name + "." + variable.name, *variable.pType, variable.slot, true, observed);
     }
+    std::erase_if(observed, [](const Observed& object) {   // elements have other numbers there
+        return object.isOfProgram && object.name.find('[') != std::string::npos;
+    });
 }
 
 // ---- Values
@@ -53,6 +56,7 @@ static bool ComputeScans(const Program& program, bool hasShortcut, std::vector<s
 {
     scans.clear();
     CInterpreter interpreter(program, hasShortcut);
+    scans.push_back(interpreter.GetMemory());
     for (int i = 0; i < program.scans; ++i) {
         if (!interpreter.RunScan()) return false;
         scans.push_back(interpreter.GetMemory());
@@ -116,11 +120,11 @@ std::string WriteTable(const Proof& proof, bool hasShortcut, const std::string& 
     text += "scan";
     std::vector<const Observed*> columns;
     for (const Observed& observed : proof.observed)
-        if (observed.name.find('.') == std::string::npos || !observed.name.starts_with("main")) columns.push_back(&observed);
+        if (!observed.isOfProgram) columns.push_back(&observed);   // the code may not name it
     for (const Observed* pObserved : columns) text += ",\"?" + pObserved->name + "\"";
     const std::vector<std::vector<Value>>& scans = hasShortcut ? proof.shortcut : proof.complete;
-    for (std::size_t i = 0; i < scans.size(); ++i) {
-        text += "\n" + std::to_string(i + 1);
+    for (std::size_t i = 1; i < scans.size(); ++i) {
+        text += "\n" + std::to_string(i);
         for (const Observed* pObserved : columns)
             text += "," + ToText(scans[i][static_cast<std::size_t>(pObserved->slot)], pObserved->kind);
     }

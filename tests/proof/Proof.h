@@ -14,6 +14,7 @@ struct Observed
     std::string name;        // as the machine finds it: "g5[2].m3", "main.v7"
     ScalarKind kind = ScalarKind::Bool;
     int slot = 0;
+    bool isOfProgram = false;   // gets its initial value in the first scan, and is found only if the code names it
 };
 
 struct Proof
@@ -22,7 +23,7 @@ struct Proof
     int discarded = 0;                              // programs before it that took too long or left the numbers
     std::unique_ptr<Program> pProgram;
     std::vector<Observed> observed;
-    std::vector<std::vector<Value>> shortcut;       // of each scan, the memory behind it
+    std::vector<std::vector<Value>> shortcut;       // the memory at the start and behind each scan
     std::vector<std::vector<Value>> complete;       // with both operands of AND and OR evaluated
 };
 

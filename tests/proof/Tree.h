@@ -169,7 +169,7 @@ struct Function                               // a function, a function block or
     std::string name;
     const Type* pResult = nullptr;            // null: none
     const Type* pBlock = nullptr;             // the type of a block's instances
-    std::deque<Variable> variables;           // parameters first, in the order of the call; the result last
+    std::deque<Variable> variables;           // parameters first, in the order of the call
     std::vector<Statement> body;
 };
 

@@ -72,9 +72,9 @@ std::string GetProofTarget()
 <DATATYPE name="LREAL" size="64" align="8"/>
 </DATAFORMAT></COMPILER>
 <VM>
-<AREA name="INPUT" segment="1000" size="100" code="1"/>
-<AREA name="OUTPUT" segment="2000" size="100" code="2"/>
-<AREA name="MEMORY" segment="3000" size="100" code="3"/>
+<AREA name="INPUT" segment="70000" size="100" code="1"/>
+<AREA name="OUTPUT" segment="71000" size="100" code="2"/>
+<AREA name="MEMORY" segment="72000" size="100" code="3"/>
 <AREA name="GLOBAL" size="16384" code="4"/>
 <AREA name="RETAIN" size="4096" code="5"/>
 <AREA name="LOCAL" code="6"/>
@@ -206,15 +206,16 @@ static std::string FindAll(const CNames& names, const Proof& proof, std::vector<
         std::string error;
         const std::optional<NamedObject> object = names.Find(observed.name, error);
         if (object) found.push_back({&observed, *object});
-        else if (error.find("name no such variable") == std::string::npos) return error;
+        else if (!observed.isOfProgram) return error;
     }
     return {};
 }
 
 static std::string Compare(const CMachine& machine, const CNames& names, const std::vector<Found>& all,
-                           const std::vector<Value>& expected)
+                           const std::vector<Value>& expected, bool isStart)
 {
     for (const Found& found : all) {
+        if (isStart && found.pObserved->isOfProgram) continue;
         MachineValue value;
         std::string error;
         if (!names.Read(machine, found.object, value, error)) return found.pObserved->name + ": " + error;
@@ -237,12 +238,12 @@ std::string RunProof(const CImage& image, const Proof& proof, bool hasShortcut)
     std::vector<Found> found;
     const std::string missing = FindAll(names, proof, found);
     if (!missing.empty()) return missing;
-    if (machine.Start() == RunStatus::Trapped) return "start-up: " + ToText(machine.GetTrap());
     const std::vector<std::vector<Value>>& scans = hasShortcut ? proof.shortcut : proof.complete;
     for (std::size_t i = 0; i < scans.size(); ++i) {
-        if (machine.RunScan() == RunStatus::Trapped) return ToText(machine.GetTrap());
-        const std::string difference = Compare(machine, names, found, scans[i]);
-        if (!difference.empty()) return "scan " + std::to_string(i + 1) + ": " + difference;
+        const RunStatus status = i == 0 ? machine.Start() : machine.RunScan();
+        if (status == RunStatus::Trapped) return ToText(machine.GetTrap());
+        const std::string difference = Compare(machine, names, found, scans[i], i == 0);
+        if (!difference.empty()) return "scan " + std::to_string(i) + ": " + difference;
     }
     return {};
 }
