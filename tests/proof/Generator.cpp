@@ -151,9 +151,9 @@ private:
     bool CallInstance(const Path& instance);
     Path PathTo(const Variable& variable) { return {&variable, {}, variable.pType}; }
     Statement MakeFor(const Variable& counter, Bounds range, bool isDown);
-    void FoldAll();
-    void FoldPath(const Path& path, const Path& sum);
-    void FoldScalar(const Path& path, const Path& sum);
+    void FoldPath(const Path& path);
+    void FoldScalar(const Path& path);
+    void FoldVariables(const std::deque<Variable>& variables);
 
     CDecisions m_Decisions;
     std::unique_ptr<Program> m_pProgram = std::make_unique<Program>();
@@ -445,21 +445,15 @@ void CProofGenerator::DeclareFunction()
     for (int i = 1 + Below(2); i > 0; --i) AddVariable("v", GetScalarType(PickKind()), Role::Own);
     if (Below(2)) AddVariable("v", InlineArray(1 + Below(2), 3), Role::Own);
     if (OneIn(3)) AddVariable("v", PickAggregate(), Role::Own);
-    Path result = PathTo(*m_pSum);
     if (!OneIn(5)) {
         m_pFunction->pResult = GetScalarType(PickKind());
-        Variable& variable = AddVariable("v", m_pFunction->pResult, Role::Result);
-        variable.name = m_pFunction->name;
-        result = PathTo(variable);
+        AddVariable("v", m_pFunction->pResult, Role::Result).name = m_pFunction->name;
     }
     m_AreLocalsReady = false;
     InitialiseLocals();
     m_AreLocalsReady = true;
     Statements(m_pFunction->body, 2 + Below(3), 2);
-    for (std::size_t i = 0; i < m_pFunction->variables.size(); ++i) {   // nothing that was computed is lost
-        const Variable& variable = m_pFunction->variables[i];
-        if (!variable.isGuarded && &variable != result.pVariable) FoldPath(PathTo(variable), result);
-    }
+    FoldVariables(m_pFunction->variables);
 }
 
 void CProofGenerator::DeclareBlock()
@@ -510,7 +504,7 @@ void CProofGenerator::DeclareProgram(const std::string& name, int statements)
         if (Below(2)) variable.initial = InitialValues(*variable.pType, false);
     }
     for (const Function& function : m_pProgram->functions)
-        if (function.pBlock && OneIn(3)) AddVariable("n", function.pBlock, Role::Own);
+        if (function.pBlock && OneIn(6)) AddVariable("n", function.pBlock, Role::Own);
     Statements(m_pFunction->body, statements, 3);
     for (const Function& function : m_pProgram->functions)   // what nobody calls is no proof
         if (function.form == Function::Form::Function &&
@@ -520,7 +514,8 @@ void CProofGenerator::DeclareProgram(const std::string& name, int statements)
         if (variable.pType->form == Type::Form::Block) CallInstance(PathTo(variable));
     for (const Variable& variable : m_pFunction->variables)
         if (variable.pType->form == Type::Form::Block) CallInstance(PathTo(variable));
-    FoldAll();
+    FoldVariables(m_pProgram->globals);
+    FoldVariables(m_pFunction->variables);
 }
 
 // A function's memory holds anything at its start.
@@ -1118,7 +1113,7 @@ void CProofGenerator::AddAssign(int depth)
     const bool isFound = FindPath({PickKind(), true, false}, target, 1);
     m_MayCall = true;
     if (!isFound) return;
-    if (Below(4)) Add(AssignTo(target, Accumulated(target, depth)));
+    if (Below(8)) Add(AssignTo(target, Accumulated(target, depth)));
     else Add(AssignTo(target, Stored(target.pType->kind, depth)));
 }
 
@@ -1312,7 +1307,7 @@ void CProofGenerator::AddEscape()
 {
     const bool isLoop = !m_Loops.empty() && m_Cases == 0;
     const bool mayReturn = m_pFunction->form != Function::Form::Program && Below(2);
-    if (!isLoop && !mayReturn) {
+    if (Below(2) || (!isLoop && !mayReturn)) {
         AddAssign(2);
         return;
     }
@@ -1328,12 +1323,12 @@ void CProofGenerator::AddEscape()
 
 // ---- The checksum
 
-// All that is behind the path, into `sum`: members one by one, elements in loops.
-void CProofGenerator::FoldPath(const Path& path, const Path& sum)
+// All that is behind the path: members one by one, elements in loops.
+void CProofGenerator::FoldPath(const Path& path)
 {
     const Type& type = *path.pType;
     if (type.IsScalar()) {
-        FoldScalar(path, sum);
+        FoldScalar(path);
         return;
     }
     Path inner = path;
@@ -1343,7 +1338,7 @@ void CProofGenerator::FoldPath(const Path& path, const Path& sum)
             if (!IsOpen(member, type, false)) continue;
             step.pMember = &member;
             inner.pType = member.pType;
-            FoldPath(inner, sum);
+            FoldPath(inner);
         }
         return;
     }
@@ -1351,38 +1346,36 @@ void CProofGenerator::FoldPath(const Path& path, const Path& sum)
     inner.pType = type.pElement;
     if (HasBitArray(*type.pElement)) {   // whose bits want constant subscripts in front of them
         for (const Bounds& dimension : type.dimensions) step.subscripts.push_back(Number(dimension.high, ScalarKind::Dint));
-        FoldPath(inner, sum);
+        FoldPath(inner);
         return;
     }
     std::vector<Statement> loops = OpenLoops(type, false, step);
     std::vector<Statement> body;
     std::vector<Statement>* const pOuter = std::exchange(m_pList, &body);
-    FoldPath(inner, sum);
+    FoldPath(inner);
     m_pList = pOuter;
     CloseLoops(std::move(loops), std::move(body));
 }
 
-void CProofGenerator::FoldScalar(const Path& path, const Path& sum)
+// checksum := checksum * 31 + REAL_TO_DINT(x * 1024.0);
+void CProofGenerator::FoldScalar(const Path& path)
 {
+    constexpr ScalarKind kind = ScalarKind::Dint;
+    const Path sum = PathTo(*m_pSum);
     Expression part = Access(path);
-    const ScalarKind kind = sum.pType->kind;
+    if (IsReal(part.kind)) part = Make(Operator::Multiply, part.kind, {part, RealNumber("1024.0", part.kind)});
     if (part.kind != kind) part = Make(Operator::Cast, kind, {std::move(part)});
-    if (sum.pVariable != m_pSum) {
-        Add(AssignTo(sum, Combined(sum, std::move(part))));
-        return;
-    }
     Expression old = Make(Operator::Multiply, kind, {Access(sum), Number(31, kind)});
     Add(AssignTo(sum, Make(Operator::Add, kind, {std::move(old), std::move(part)})));
 }
 
-void CProofGenerator::FoldAll()
+void CProofGenerator::FoldVariables(const std::deque<Variable>& variables)
 {
-    for (const std::deque<Variable>* pList : {&m_pProgram->globals, &m_pFunction->variables}) {
-        const std::size_t count = pList->size();   // folding may add counters
-        for (std::size_t i = 0; i < count; ++i) {
-            const Variable& variable = (*pList)[i];
-            if (&variable != m_pSum && !variable.isConstant) FoldPath(PathTo(variable), PathTo(*m_pSum));
-        }
+    const std::size_t count = variables.size();   // folding may add counters
+    for (std::size_t i = 0; i < count; ++i) {
+        const Variable& variable = variables[i];
+        const bool isLoose = variable.isGuarded && variable.place == Place::Frame;   // perhaps never written
+        if (&variable != m_pSum && !variable.isConstant && !isLoose) FoldPath(PathTo(variable));
     }
 }
 
