@@ -1,6 +1,7 @@
 #include "Interpreter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 static constexpr int g_StepsPerScan = 20'000;
@@ -72,8 +73,9 @@ Value CInterpreter::EvaluateLogic(const Expression& expression)
 
 Value CInterpreter::EvaluateOperands(const Expression& expression)
 {
-    std::vector<Value> values;
-    for (const Expression& operand : expression.operands) values.push_back(Evaluate(operand));
+    std::array<Value, 3> values;   // no operator has more
+    const std::size_t count = expression.operands.size();
+    for (std::size_t i = 0; i < count; ++i) values[i] = Evaluate(expression.operands[i]);
     if (!m_IsSound) return {};
     const ScalarKind kind = expression.operands[0].kind;
     switch (expression.op) {
@@ -93,7 +95,7 @@ Value CInterpreter::EvaluateOperands(const Expression& expression)
     default: break;
     }
     Value result = values[0];   // MIN and MAX take more than two
-    for (std::size_t i = 1; i < values.size(); ++i) result = ComputeBinary(expression.op, result, values[i], kind);
+    for (std::size_t i = 1; i < count; ++i) result = ComputeBinary(expression.op, result, values[i], kind);
     return result;
 }
 
