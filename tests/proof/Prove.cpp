@@ -2,6 +2,7 @@
 
 #include "Faults.h"
 #include "Proof.h"
+#include "Shrink.h"
 #include "Trial.h"
 #include "Writer.h"
 #include "machine/Image.h"
@@ -26,7 +27,7 @@ struct Arguments
     std::uint64_t everyAsProgram = 50;   // each such program is compiled by the program `compiler`
     std::uint64_t faults = 0;     // that many are put in and counted
     std::uint64_t atLeast = 0;    // percent of them that must be seen
-    std::string folder;           // where the program of the first seed is written
+    std::string folder;           // where the program of the first seed is written, shrunk if it fails
 };
 
 struct Tally
@@ -95,9 +96,22 @@ static void TryProgram(const Proof& proof, const CScratch& scratch, const Argume
         if (!TryOptions(proof, scratch, all[(proof.seed + i) % all.size()], way, tally)) return;
 }
 
+// Of a proof that fails, only what it needs to fail.
+static void ShrinkFailure(Proof& proof)
+{
+    const CScratch scratch;
+    for (const OptionSet& optionSet : GetOptionSets()) {
+        const std::string difference = ShrinkProof(proof, scratch, optionSet);
+        if (difference.empty()) continue;
+        std::cout << "with options " << optionSet.ToText() << ": " << difference << "\n";
+        return;
+    }
+}
+
 static int WriteProof(const Arguments& arguments)
 {
-    const Proof proof = MakeProof(arguments.first);
+    Proof proof = MakeProof(arguments.first);
+    ShrinkFailure(proof);
     std::error_code failure;
     std::filesystem::create_directories(arguments.folder, failure);
     const std::string folder = arguments.folder + "/";

@@ -228,10 +228,10 @@ static std::string Compare(const CMachine& machine, const CNames& names, const s
     return {};
 }
 
-std::string RunProof(const CImage& image, const Proof& proof, bool hasShortcut)
+std::string RunProof(const CImage& image, const Proof& proof, bool hasShortcut, FrameContents frames)
 {
     MachineOptions options;
-    options.frames = FrameContents::Noise;   // a local that nobody has written is none of ours
+    options.frames = frames;
     options.maxInstructions = 1'000'000;
     CMachine machine(image, options);
     const CNames names(image);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Proof.h"
+#include "machine/Options.h"
 
 #include <memory>
 #include <string>
@@ -53,7 +54,8 @@ enum class CompileWay { Program, Copy };
 
 Compiled CompileProof(const CScratch& scratch, const OptionSet& optionSet, CompileWay way);
 
-// Runs all scans and compares all that is observed behind each. Empty, or the first difference or trap.
-std::string RunProof(const CImage& image, const Proof& proof, bool hasShortcut);
+// Runs all scans and compares all that is observed behind each. Empty, or the first difference or trap. Noise in the
+// frames shows a local that nobody has written.
+std::string RunProof(const CImage& image, const Proof& proof, bool hasShortcut, FrameContents frames = FrameContents::Noise);
 
 bool WriteFile(const std::string& name, const std::string& text);
