@@ -1,6 +1,7 @@
 // norvane: runs, tests and debugs what the compiler made, without the controller.
 
 #include "norvane/DebugCommand.h"
+#include "norvane/DiffCommand.h"
 #include "norvane/ReportCommand.h"
 #include "norvane/RunCommand.h"
 #include "norvane/Session.h"
@@ -17,6 +18,7 @@ int main(int argc, char** argv)
     AddTestCommand(app, run);
     AddDebugCommand(app, run);
     AddReportCommand(app, run);
+    AddDiffCommand(app, run);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
