@@ -262,8 +262,14 @@
             for (; drawn < last; ++drawn) {
                 const row = found.numbers[drawn];
                 if (drawn > 0) between(found.numbers[drawn - 1] + 1, row);
+                const blocks = found.rows.get(row);
                 map.append(make("div", {class: "row"}, make("div", {class: "at"}, String(row * bytes)),
-                    makeBlocks(row, found.rows.get(row), rowBits, bytes)));
+                    makeBlocks(row, blocks, rowBits, bytes)));
+                // A bit is too narrow for its name.
+                const bits = blocks.filter((v) => isBits(v)).map((v) => placeOf(v) + " " + v.name);
+                if (bits.length > 0)
+                    map.append(make("div", {class: "row bits"}, make("div", {class: "at"}),
+                        make("div", {class: "cells"}, bits.join("  \u00b7  "))));
             }
             if (drawn < found.numbers.length) {
                 const rest = found.numbers.length - drawn;
@@ -321,7 +327,7 @@
                 (area.size >= 0 ? " of " + area.size : ""));
             if (area.overlaps > 0)
                 summary.append(" ", make("span", {class: "clashes"}, count(area.overlaps, "overlap", "overlaps")));
-            const details = make("details", {}, summary, told, map);
+            const details = make("details", {}, summary, map, told);
             let isDrawn = false;
             const draw = () => {
                 if (!details.open || isDrawn) return;

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
+#include <utility>
 #include <vector>
 
 using Json = nlohmann::ordered_json;
@@ -19,7 +20,7 @@ static std::vector<const Change*> GetChanges(const CBuildDiff& diff, DiffSection
 }
 
 // "1 vanishes, 2 move, 1 is new"
-static std::string Summarize(const std::vector<const Change*>& changes)
+static std::string Summarize(DiffSection section, const std::vector<const Change*>& changes)
 {
     struct Words
     {
@@ -31,6 +32,9 @@ static std::string Summarize(const std::vector<const Change*>& changes)
     std::array<int, 5> counts{};
     for (const Change* pChange : changes) ++counts[static_cast<std::size_t>(pChange->effect)];
     std::string text;
+    if (section == DiffSection::Types)   // of a type all that is said is that it changes
+        counts[static_cast<std::size_t>(DiffEffect::Changes)] +=
+            std::exchange(counts[static_cast<std::size_t>(DiffEffect::ChangesType)], 0);
     for (std::size_t i = 0; i < counts.size(); ++i)
         if (counts[i] > 0)
             text += fmt::format("{}{} {}", text.empty() ? "" : ", ", counts[i], counts[i] == 1 ? words[i].one : words[i].more);
@@ -73,7 +77,8 @@ std::string RenderTextDiff(const CBuildDiff& diff)
     for (int i = 0; i < static_cast<int>(DiffSection::Count); ++i) {
         const std::vector<const Change*> changes = GetChanges(diff, static_cast<DiffSection>(i));
         if (changes.empty()) continue;
-        text += fmt::format("\n{}: {}\n", GetSectionTitle(static_cast<DiffSection>(i)), Summarize(changes));
+        text += fmt::format("\n{}: {}\n", GetSectionTitle(static_cast<DiffSection>(i)),
+                            Summarize(static_cast<DiffSection>(i), changes));
         for (const Change* pChange : changes)
             text += fmt::format("  {}: {}{}\n", pChange->name, pChange->text, GetGuessText(*pChange));
     }
@@ -118,7 +123,7 @@ std::string RenderMarkdownDiff(const CBuildDiff& diff)
         const std::vector<const Change*> changes = GetChanges(diff, static_cast<DiffSection>(i));
         if (changes.empty()) continue;
         text += fmt::format("### {}: {}\n\n| name | what happens |\n|---|---|\n", GetSectionTitle(static_cast<DiffSection>(i)),
-                            Summarize(changes));
+                            Summarize(static_cast<DiffSection>(i), changes));
         for (const Change* pChange : changes)
             text += fmt::format("| {} | {} |\n", MakeCode(pChange->name), EscapeMarkdown(pChange->text + GetGuessText(*pChange)));
         text += "\n";

@@ -97,7 +97,9 @@ void CHtmlReport::AddArea(const AreaFacts& area)
     m_Text += fmt::format("<tr data-area=\"{0}\"><th scope=\"row\">{0}</th><td class=\"n\">{1}</td><td class=\"n\">{2}"
                           "</td><td class=\"n\">{3}</td><td>{4}</td></tr>\n",
                           Escape(area.name), isKnown ? std::to_string(area.size) : "?", used,
-                          isKnown ? std::to_string(area.size - used) : "?", MakeBar(used, area.size));
+                          isKnown ? std::to_string(area.size - used) : "?",
+                          // Local memory is made as large as it has to be.
+                          area.kind == AreaKind::Local ? std::string() : MakeBar(used, area.size));
 }
 
 // ---- Stacks

@@ -37,6 +37,14 @@ static std::string Describe(const BuildFacts& facts, const VariableFacts& variab
 CVariableDiff::CVariableDiff(const BuildFacts& before, const BuildFacts& after, std::vector<Change>& changes)
     : m_Before(MakeSide(before)), m_After(MakeSide(after)), m_Changes(changes)
 {
+    const AreaFacts* pRetain = before.FindArea(AreaKind::Retain);
+    std::int64_t reach = 0;
+    if (!pRetain) return;
+    for (const int entry : pRetain->entries) {
+        const VariableFacts& variable = before.variables[static_cast<std::size_t>(entry)];
+        reach = std::max(reach, variable.place.end);
+        m_Retained.push_back({variable.place.begin, reach, &variable});
+    }
 }
 
 // Types stand behind those of their members.
@@ -88,11 +96,14 @@ std::string CVariableDiff::GetFormer(const VariableFacts& variable, BitRange pla
     if (!variable.isRetain || variable.isLocated) return {};
     std::string names;
     int count = 0;
-    for (const VariableFacts& former : m_Before.pFacts->variables) {
-        const bool isThere = former.isRetain && !former.isLocated && former.area >= 0 && former.place.begin < place.end &&
-                             place.begin < former.place.end;
-        constexpr int most = 3;
-        if (isThere && ++count <= most) names += (names.empty() ? "" : ", ") + GetFullName(former);
+    constexpr int most = 3;
+    const auto behind = std::lower_bound(m_Retained.begin(), m_Retained.end(), place.end,
+                                         [](const Former& former, std::int64_t end) { return former.begin < end; });
+    for (auto former = behind; former != m_Retained.begin() && (former - 1)->reach > place.begin && count < most;) {
+        --former;
+        if (former->pVariable->place.end <= place.begin) continue;
+        ++count;
+        names = GetFullName(*former->pVariable) + (names.empty() ? "" : ", ") + names;
     }
     return names.empty() ? ", where nothing lay that the build names" : ", where " + names + " lay";
 }
@@ -150,8 +161,14 @@ void CVariableDiff::ComparePair(const VariableFacts& before, const VariableFacts
                                   after.typeText.empty() ? "?" : after.typeText);
         if (isMoved) change.text += fmt::format(" and moves from {} to {}", from, to) + GetFormer(after, after.place);
     } else if (GetLayout(m_Before, before.typeText) != GetLayout(m_After, after.typeText)) {
-        CompareLeaves(before, after);
-        return;
+        // Of what is retained, or wired, each value counts.
+        if (change.section == DiffSection::Retained || change.section == DiffSection::Located) {
+            CompareLeaves(before, after);
+            return;
+        }
+        change.effect = DiffEffect::ChangesType;
+        change.text = "has other members in its type " + GetElement(after.typeText);
+        if (isMoved) change.text += fmt::format(" and moves from {} to {}", from, to);
     } else if (isMoved) {
         change.effect = DiffEffect::Moves;
         change.text = fmt::format("moves from {} to {}", from, to) + GetFormer(after, after.place);
@@ -260,7 +277,7 @@ void CVariableDiff::CompareLeaves(const VariableFacts& before, const VariableFac
     if (m_Changes.size() > first) return;
     // Too much to be told one by one.
     m_Changes.push_back({section, DiffEffect::ChangesType, GetFullName(after),
-                         "keeps its type " + after.typeText + ", whose members change", Describe(*m_Before.pFacts, before),
+                         "has other members in its type " + GetElement(after.typeText), Describe(*m_Before.pFacts, before),
                          Describe(*m_After.pFacts, after), {}, {}});
 }
 

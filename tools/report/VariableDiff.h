@@ -40,8 +40,16 @@ private:
     void CompareTypes();
     void CompareType(const TypeFacts& before, const TypeFacts& after);
 
+    struct Former                  // a retained variable of the first build
+    {
+        std::int64_t begin;
+        std::int64_t reach;        // the furthest end of it and those in front of it
+        const VariableFacts* pVariable;
+    };
+
     Side m_Before;
     Side m_After;
+    std::vector<Former> m_Retained;    // by place
     std::vector<Change>& m_Changes;
     struct Lost                    // or new
     {
