@@ -47,7 +47,9 @@ void CVariableCollector::Collect()
         if (area >= 0) m_Facts.areas[static_cast<std::size_t>(area)].entries.push_back(static_cast<int>(i));
     }
     for (AreaFacts& area : m_Facts.areas) MapArea(area, m_Facts.variables);
-    Mend();
+    FindOverlaps();
+    FindStretchedMemory();
+    BeginWhereSomethingLies();
 }
 
 // ---- Areas
@@ -300,8 +302,24 @@ void CVariableCollector::AddOwn(const Instruction& instruction, const Access& ac
 
 // ---- What shows in the whole only
 
-// Without a target the first address of an area is not known, and the map begins where something lies.
-void CVariableCollector::Mend()
+// The compiler makes a program's local memory as large as the furthest of its variables asks for, those with an
+// address among them.
+void CVariableCollector::FindStretchedMemory()
+{
+    std::unordered_map<std::string, const AreaFacts*> areas;
+    for (const AreaFacts& area : m_Facts.areas)
+        if (area.kind == AreaKind::Local && area.size > area.endByte) areas.emplace(area.program, &area);
+    for (const VariableFacts& variable : m_Facts.variables) {
+        const auto found = areas.find(variable.owner);
+        if (found == areas.end() || !variable.isLocated) continue;
+        const AreaFacts& area = *found->second;
+        if ((variable.place.end + g_BitsOfByte - 1) / g_BitsOfByte != area.size) continue;
+        m_Facts.findings.push_back(area.name + " takes " + std::to_string(area.size) + " bytes because of " +
+                                   variable.name + ", whose address counts as a place in it: declare it as a global");
+    }
+}
+
+void CVariableCollector::FindOverlaps()
 {
     for (const VariableFacts& variable : m_Facts.variables) {
         if (variable.overlaps == 0 || variable.isLocated) continue;
@@ -314,6 +332,11 @@ void CVariableCollector::Mend()
                     (second.owner.empty() ? "" : second.owner + ".") + second.name + ", and no AT says so");
         }
     }
+}
+
+// Without a target the first address of an area is not known, and the map begins where something lies.
+void CVariableCollector::BeginWhereSomethingLies()
+{
     for (AreaFacts& area : m_Facts.areas) {
         if (!area.HasAddresses() || area.size >= 0) continue;
         if (area.gaps.empty() || area.gaps.front().begin != area.begin * g_BitsOfByte) continue;

@@ -41,7 +41,9 @@ private:
     bool CountGlobal(const Instruction& instruction, const Access& access);
     void AddOwn(const Instruction& instruction, const Access& access);
     int GetArea(const Instruction& instruction);
-    void Mend();
+    void FindOverlaps();
+    void FindStretchedMemory();
+    void BeginWhereSomethingLies();
 
     const CDebugInfo& m_DebugInfo;
     const CListing& m_Listing;
