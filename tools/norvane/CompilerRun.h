@@ -1,5 +1,7 @@
 #pragma once
 
+#include "norvane/CompilerProcess.h"
+
 #include <string>
 #include <vector>
 
@@ -9,10 +11,7 @@ class CImage;
 class CCompilerRun
 {
 public:
-    CCompilerRun() = default;
-    virtual ~CCompilerRun();
-    CCompilerRun(const CCompilerRun&) = delete;
-    CCompilerRun& operator=(const CCompilerRun&) = delete;
+    virtual ~CCompilerRun() = default;
 
     // False, with what the compiler printed, if it reported an error or couldn't be started. The compiler is the one
     // beside this program, else the one on the PATH.
@@ -20,7 +19,7 @@ public:
                  const std::vector<std::string>& options, std::string& error);
     // What the compiler noted of code that does something else than its source says, with the names that the user knows.
     const std::vector<std::string>& GetNotes() const { return m_Notes; }
-    std::string GetListingName() const { return m_Folder + "/program.asm"; }
+    std::string GetListingName() const { return m_Folder.GetName() + "/program.asm"; }
     // The compiler was given absolute names; the image gets back those that the user knows.
     void RestoreSourceNames(CImage& image) const;
 
@@ -31,7 +30,7 @@ protected:
 private:
     void CollectNotes(const std::string& printed, const std::string& target);
 
-    std::string m_Folder;
+    CPrivateFolder m_Folder;
     std::vector<std::string> m_Given;
     std::vector<std::string> m_Absolute;
     std::vector<std::string> m_Notes;
