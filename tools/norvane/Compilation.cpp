@@ -1,6 +1,8 @@
 #include "norvane/Compilation.h"
 
 #include "files/FileSystem.h"
+#include "norvane/Followers.h"
+#include "norvane/Hints.h"
 #include "norvane/PrintedOutput.h"
 
 #include <algorithm>
@@ -74,9 +76,37 @@ bool CCompilation::Run(const CompileRequest& request)
     if (status < 0) m_Failure = "the compiler could not be run: " + command.front();
     else TakeMessages(printed, status);
     if (!m_Failure.empty()) return false;
+    if (m_Findings.m_Diagnostics.empty()) return true;
     LoadSources(request.sources, printed.m_HasLibrary);
     for (Diagnostic& diagnostic : m_Findings.m_Diagnostics) Locate(diagnostic);
+    Explain(request);
     return true;
+}
+
+// The names that PROGRAM nodes give; anything finer is for the check of the target.
+static std::vector<std::string> ListPrograms(const std::string& target)
+{
+    std::vector<std::string> names;
+    std::string text;
+    if (!ReadWholeFile(target, text)) return names;
+    const std::string node = "<PROGRAM";
+    const std::string attribute = " name=\"";
+    for (std::size_t at = text.find(node); at != std::string::npos; at = text.find(node, at + 1)) {
+        const std::size_t begin = text.find(attribute, at);
+        if (begin == std::string::npos || begin > text.find('>', at)) continue;
+        const std::size_t first = begin + attribute.size();
+        names.push_back(text.substr(first, text.find('"', first) - first));
+    }
+    return names;
+}
+
+void CCompilation::Explain(const CompileRequest& request)
+{
+    CSourceOutline outline;
+    for (const std::string& source : request.sources)
+        if (const CSourceText* pSource = m_Findings.FindSource(source)) outline.Add(source, *pSource);
+    AddHints(m_Findings, outline, ListPrograms(request.target));
+    LinkFollowers(m_Findings);
 }
 
 // Beginnings and ends of lines on standard error that are about the sources, though they have no place.

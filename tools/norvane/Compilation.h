@@ -36,6 +36,7 @@ private:
     void LoadSources(const std::vector<std::string>& sources, bool hasLibrary);
     void TakeMessages(CPrintedOutput& printed, int status);
     void Locate(Diagnostic& diagnostic) const;
+    void Explain(const CompileRequest& request);
 
     CPrivateFolder m_Folder;
 };
