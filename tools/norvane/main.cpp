@@ -7,6 +7,7 @@
 #include "norvane/ResponseFile.h"
 #include "norvane/RunCommand.h"
 #include "norvane/Session.h"
+#include "norvane/TargetCommand.h"
 #include "norvane/TestCommand.h"
 
 #include <CLI/CLI.hpp>
@@ -26,6 +27,7 @@ int main(int argc, char** argv)
     std::function<int()> run;
     AddCheckCommand(app, run);
     AddBuildCommand(app, run, responses.m_Files);
+    AddTargetCommand(app, run);
     AddRunCommand(app, run);
     AddTestCommand(app, run);
     AddDebugCommand(app, run);
