@@ -3,6 +3,7 @@
 #include "norvane/BuildSettings.h"
 #include "norvane/DependencyFile.h"
 #include "norvane/ProgramBuild.h"
+#include "norvane/ProjectBuild.h"
 #include "norvane/Session.h"
 
 #include <CLI/CLI.hpp>
@@ -22,6 +23,8 @@ struct CompileArguments
     std::string outputName;
     std::string programName;
     std::string dependencyName;
+    std::string projectName;
+    int jobs = 0;
     BuildSettings settings;
     std::vector<std::string> responseFiles;
 };
@@ -77,8 +80,19 @@ static bool WriteDependencies(const CompileArguments& arguments, const OutputNam
     return WriteTextFile(arguments.dependencyName, FormatDependencies({names.text, names.debug}, read), error);
 }
 
+// Everything about its programs stands in the project.
+static int BuildAll(const CompileArguments& arguments)
+{
+    const bool hasProgram = !arguments.sources.empty() || !arguments.target.empty() || !arguments.outputName.empty() ||
+                            !arguments.programName.empty() || !arguments.compilerOptions.empty();
+    if (hasProgram) return Refuse("--project goes without sources, -i, -o, --name and --compiler-option");
+    return BuildProject({arguments.projectName, arguments.dependencyName, arguments.responseFiles, arguments.jobs,
+                         arguments.settings});
+}
+
 static int Build(const CompileArguments& arguments)
 {
+    if (!arguments.projectName.empty()) return BuildAll(arguments);
     const OutputNames names(arguments.outputName);
     if (names.program.empty()) return Refuse("-o names the outputs; there is no name");
     CCompilation compilation;
@@ -115,5 +129,8 @@ void AddBuildCommand(CLI::App& app, std::function<int()>& run, const std::vector
     AddCommonArguments(*pCommand, *pArguments);
     pCommand->add_option("-o,--output", pArguments->outputName, "name of the outputs: NAME.asm and NAME.dbi");
     pCommand->add_option("--depfile", pArguments->dependencyName, "write what the outputs are made of, for make and ninja");
+    pCommand->add_option("--project", pArguments->projectName, "build all programs of this file (norvane.json)");
+    pCommand->add_option("-j,--jobs", pArguments->jobs, "programs of a project at a time (all cores)")
+        ->check(CLI::Range(1, 1024));
     pCommand->callback([pArguments, &run] { run = [pArguments] { return Build(*pArguments); }; });
 }
