@@ -198,6 +198,48 @@ TEST_F(TextFileTest, ReadCharPassesOverTheSkippedOne)
     m_Directory.Make("in16.txt", "\xFE\xFF\x20\xAC\x20\xAC\x01\x02"s);
     ASSERT_EQ(file.Open(m_Directory.Name("in16.txt"), TextFile::ForReading, TextFile::Detect), 0);
     EXPECT_EQ(file.ReadChar(0x20AC), 0x0102);
+    EXPECT_EQ(file.ReadChar(0x20AC), g_EndOfFile);
+
+    m_Directory.Make("in16le.txt", "\xFF\xFE\xAC\x20\x02\x01\xAC\x20"s);
+    ASSERT_EQ(file.Open(m_Directory.Name("in16le.txt"), TextFile::ForReading, TextFile::Detect), 0);
+    EXPECT_EQ(file.ReadChar(0x20AC), 0x0102);
+    EXPECT_EQ(file.ReadChar(0x20AC), g_EndOfFile);
+
+    m_Directory.Make("in8.txt", "\xEF\xBB\xBF  \xC3"s);   // bytes, not characters
+    ASSERT_EQ(file.Open(m_Directory.Name("in8.txt"), TextFile::ForReading, TextFile::Detect), 0);
+    EXPECT_EQ(file.ReadChar(' '), 0xC3);
+    EXPECT_EQ(file.ReadChar(' '), g_EndOfFile);
+}
+
+// The first page of a process is never mapped, so that reading its memory from the beginning fails.
+TEST_F(TextFileTest, AFailingReadIsToldWhenTheFileIsOpened)
+{
+    for (const int encoding : {TextFile::Detect, TextFile::Ansi, TextFile::Utf16LowFirst, TextFile::Utf8}) {
+        TextFile file;
+        EXPECT_EQ(file.Open("/proc/self/mem", TextFile::ForReading, encoding), g_FileError) << encoding;
+        EXPECT_EQ(file.ReadChar(), g_FileError) << encoding;   // it isn't open
+    }
+}
+
+TEST_F(TextFileTest, OnlyALineFeedMakesACarriageReturnPartOfALineEnd)
+{
+    const std::pair<std::string, int> files[] = {
+        {"a\rb\r\n\r\n\r", TextFile::Ansi},
+        {"a\0\r\0b\0\r\0\n\0\r\0\n\0\r\0"s, TextFile::Utf16LowFirst},
+    };
+    for (const auto& [bytes, encoding] : files) {
+        m_Directory.Make("in.txt", bytes);
+        TextFile file;
+        ASSERT_EQ(file.Open(m_Directory.Name("in.txt"), TextFile::ForReading, encoding), 0);
+        std::string text;
+        ASSERT_EQ(file.ReadLine(text), 0);
+        EXPECT_EQ(text, "a\rb") << encoding;
+        ASSERT_EQ(file.ReadLine(text), 0);
+        EXPECT_EQ(text, "") << encoding;
+        ASSERT_EQ(file.ReadLine(text), 0);
+        EXPECT_EQ(text, "\r") << encoding;
+        EXPECT_EQ(file.ReadLine(text), g_EndOfFile) << encoding;
+    }
 }
 
 TEST_F(TextFileTest, TheDefaultCharacterStandsForWhatTheCodePageLacks)
