@@ -125,22 +125,27 @@ CInterpreter::Flow CInterpreter::Enter(const std::vector<Statement>& body)
     return flow == Flow::Return ? Flow::Next : flow;
 }
 
-// Arguments are evaluated from the left, each completely, before the frame exists.
+// Arguments are evaluated from the left, each completely, before the frame exists. Of a structure or array that is only
+// its place: the function copies it at its start, with what the arguments behind it have done to it.
 Value CInterpreter::Call(const Expression& expression)
 {
     const Function& function = *expression.pFunction;
-    std::vector<Value> frame;
+    std::vector<Value> arguments;
     for (std::size_t i = 0; i < expression.operands.size(); ++i) {
         const Variable& formal = function.variables[i];
         const Expression& actual = expression.operands[i];
-        if (formal.isByReference) {
-            frame.push_back({static_cast<std::int64_t>(Locate(actual.path)), 0});
-        } else if (formal.pType->IsScalar()) {
-            frame.push_back(Evaluate(actual));
-        } else {
-            const std::size_t from = Locate(actual.path);
-            for (int k = 0; k < formal.pType->slots; ++k) frame.push_back(m_Memory[from + static_cast<std::size_t>(k)]);
+        const bool isPlace = formal.isByReference || !formal.pType->IsScalar();
+        arguments.push_back(isPlace ? Value{static_cast<std::int64_t>(Locate(actual.path)), 0} : Evaluate(actual));
+    }
+    std::vector<Value> frame;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const Variable& formal = function.variables[i];
+        if (formal.isByReference || formal.pType->IsScalar()) {
+            frame.push_back(arguments[i]);
+            continue;
         }
+        const auto from = m_Memory.begin() + arguments[i].integer;
+        frame.insert(frame.end(), from, from + formal.pType->slots);
     }
     for (std::size_t i = expression.operands.size(); i < function.variables.size(); ++i)
         AppendInitial(*function.variables[i].pType, function.variables[i].initial, frame);
