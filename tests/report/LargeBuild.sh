@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# A report on 10,000 variables and 2,000 POUs stays below 5 MB, and below 2 s to open. What counts is the processor's
-# time beyond that of an empty page, so that other work on the machine doesn't fail the test.
+# A report on 10,000 variables and 2,000 POUs stays below 5 MB, and below 2 s to open: to its end, and laid out. On a
+# machine that has other work to do it may take as many times as long as there are processes for a processor.
 #   LargeBuild.sh PROGRAMS_FOLDER SOURCE_FOLDER SCRATCH_FOLDER
 set -u
 programs=$1 source=$2 scratch=$3
@@ -47,22 +47,19 @@ result.textContent = "\n" + [document.documentElement.dataset.ready, window.faul
 document.body.append(result);
 END
 add_check large.html "$PWD/opened.js" >checked.html
-echo '<!DOCTYPE html><title>empty</title>' >empty.html
-TIMEFORMAT='%U %S'
-processor_time() {   # PAGE: milliseconds
-    { time dump_page "$1" 1200 >dumped; } 2>&1 | awk '{ printf "%d", ($1 + $2) * 1000 }'
-}
 best=999999
 for try in 1 2 3; do
-    empty=$(processor_time "$PWD/empty.html")
-    full=$(processor_time "$PWD/checked.html")
-    took=$((full - empty))
-    [ $took -lt $best ] && best=$took
+    dump_page "$PWD/checked.html" 1200 >dumped
+    read -r ready faults variables pous clock < <(get_result <dumped | grep .)
+    [ "${clock:-999999}" -lt $best ] && best=$clock
     [ $best -lt 2000 ] && break
 done
-read -r ready faults variables pous clock < <(get_result <dumped | grep .)
-echo "opened in $best ms of processor time; by the clock $clock ms"
+# Processes that want to run, for each processor, in tenths: 10 and less is a machine with nothing else to do.
+crowd=$(awk -v processors="$(nproc)" '{ printf "%d", $1 / processors * 10 }' /proc/loadavg)
+[ $crowd -gt 10 ] || crowd=10
+allowed=$((2000 * crowd / 10))
+echo "opened in $best ms; allowed are $allowed ms"
 [ "${ready:-}" = yes ] && [ "$faults" = 0 ] || { echo "its script failed"; failed=1; }
 [ "${variables:-0}" -ge 10000 ] && [ "${pous:-0}" -ge 2000 ] || { echo "it holds $variables variables, $pous POUs"; failed=1; }
-[ $best -lt 2000 ] || { echo "that takes too long"; failed=1; }
+[ $best -lt $allowed ] || { echo "that takes too long"; failed=1; }
 exit $failed

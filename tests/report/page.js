@@ -95,7 +95,7 @@
         root.querySelector("summary").click();
         await pause();
         check("it opens a level", root.open && root.querySelectorAll("ul > li").length > 0);
-        check("the level below stays closed", !root.querySelector("ul ul"));
+        check("the level below stays closed", !root.querySelector("ul").querySelector("ul"));
     }
 
     check("nothing is wider than the window", document.documentElement.scrollWidth <= window.innerWidth);

@@ -145,7 +145,11 @@ bool CBuildReader::Load(const std::string& buildName, const std::string& targetN
         error = name + ": cannot be read";
         return false;
     };
-    if (!read(listingName, listingText) || !read(GetDebugFileName(listingName), debugText)) return false;
+    if (!read(listingName, listingText)) return false;
+    if (!read(GetDebugFileName(listingName), debugText)) {
+        error += "; a build is what the compiler wrote, NAME.asm and NAME.dbi";
+        return false;
+    }
     if (!targetName.empty() && !read(targetName, targetText)) return false;
     if (!targetName.empty() && targetText.empty()) {
         error = targetName + ": cannot be read as a target description";
