@@ -3,6 +3,7 @@
 #include "norvane/CompileCommands.h"
 #include "norvane/DebugCommand.h"
 #include "norvane/DiffCommand.h"
+#include "norvane/ExplainCommand.h"
 #include "norvane/ReportCommand.h"
 #include "norvane/ResponseFile.h"
 #include "norvane/RunCommand.h"
@@ -28,6 +29,7 @@ int main(int argc, char** argv)
     AddCheckCommand(app, run);
     AddBuildCommand(app, run, responses.m_Files);
     AddTargetCommand(app, run);
+    AddExplainCommand(app, run);
     AddRunCommand(app, run);
     AddTestCommand(app, run);
     AddDebugCommand(app, run);
