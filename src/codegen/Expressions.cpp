@@ -27,21 +27,11 @@ void CCodeGeneration::GenerateNode(CNode* pNode, TextBuffer& text)
 {
     if (!pNode) InternalFault("a tree has no node where code is generated");
     switch (static_cast<Token>(pNode->nKind)) {   // without a default
-    case '+':
-    case '-':
-    case '*':
-    case '/':
-    case MOD:
-    case POWER:
-    case EQUAL:
-    case NOT_EQUAL:
-    case GREATER_EQUAL:
-    case LESS_EQUAL:
-    case GREATER:
-    case LESS:
-    case OR:
-    case XOR:
-    case AND: GenerateOperatorChain(pNode, text); return;   // ends each of its nodes itself
+#define OPERATOR(kind, mark, mnemonic) case kind:
+#include "frontend/Operators.def"
+#undef OPERATOR
+        GenerateOperatorChain(pNode, text);   // ends each of its nodes itself
+        return;
 
     case IMM_INTEGER: GenerateInteger(pNode, text); break;
     case IMM_REAL: GenerateReal(pNode, text); break;
@@ -187,30 +177,17 @@ void CCodeGeneration::GenerateStringLiteral(const CNode* pNode, TextBuffer& text
 
 // ---- Operators with two operands
 
-namespace
-{
-
-struct OperatorMnemonic
-{
-    int kind;
-    std::string_view text;
-};
-
-constexpr OperatorMnemonic g_OperatorMnemonics[] = {
-    {'+', "\tADD"},          {'-', "\tSUB"},           {'*', "\tMUL"},        {'/', "\tDIV"},
-    {MOD, "\tMOD"},          {EQUAL, "\tCMP EQ"},      {NOT_EQUAL, "\tCMP NE"}, {GREATER_EQUAL, "\tCMP GE"},
-    {LESS_EQUAL, "\tCMP LE"}, {GREATER, "\tCMP GT"},   {LESS, "\tCMP LT"},    {XOR, "\tXOR"},
-    {AND, "\tAND"},          {OR, "\tOR"},             {POWER, "\tPOW"},
-};
-
-}   // namespace
-
 // Empty for a node that isn't an operator with two operands.
 static std::string_view GetOperatorMnemonic(int kind)
 {
-    for (const OperatorMnemonic& entry : g_OperatorMnemonics)
-        if (entry.kind == kind) return entry.text;
-    return {};
+    switch (kind) {
+#define OPERATOR(kind, mark, mnemonic)                                                                                 \
+    case kind:                                                                                                         \
+        return "\t" mnemonic;
+#include "frontend/Operators.def"
+#undef OPERATOR
+    default: return {};
+    }
 }
 
 bool CCodeGeneration::UsesShortcut(const CNode* pNode) const
@@ -319,7 +296,7 @@ void CCodeGeneration::GeneratePower(const CNode* pNode, TextBuffer& text)
     const CType* pExponent = GetNodeType(pNode->Child(1));
     const bool isReal = pExponent && pExponent->IsReal();
     GenerateConversion(pNode, isReal ? "REAL" : "INT", text);
-    text.Append(isReal ? "\tPOWR" : "\tPOW", SuffixOf(pNode->Child(0)));
+    text.Append(GetOperatorMnemonic(POWER), isReal ? "R" : "", SuffixOf(pNode->Child(0)));
 }
 
 // The exponent or the count of an operator. Kept (code): decided by the type object, so an alias of the type is

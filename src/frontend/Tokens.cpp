@@ -38,12 +38,23 @@ std::string_view GetTokenText(int token)
 bool IsComparison(int kind)
 {
     switch (kind) {
-    case EQUAL:
-    case NOT_EQUAL:
-    case GREATER_EQUAL:
-    case LESS_EQUAL:
-    case GREATER:
-    case LESS: return true;
+#define OPERATOR(kind, mark, mnemonic)
+#define COMPARISON(kind, mark, mnemonic) case kind:
+#include "frontend/Operators.def"
+#undef OPERATOR
+        return true;
+    default: return false;
+    }
+}
+
+bool IsBitOperator(int kind)
+{
+    switch (kind) {
+#define OPERATOR(kind, mark, mnemonic)
+#define BIT_OPERATOR(kind, mark, mnemonic) case kind:
+#include "frontend/Operators.def"
+#undef OPERATOR
+        return true;
     default: return false;
     }
 }
@@ -51,16 +62,11 @@ bool IsComparison(int kind)
 bool IsInfixOperator(int kind)
 {
     switch (kind) {
-    case '+':
-    case '-':
-    case '*':
-    case '/':
-    case MOD:
-    case POWER:
-    case AND:
-    case OR:
-    case XOR: return true;
-    default: return IsComparison(kind);
+#define OPERATOR(kind, mark, mnemonic) case kind:
+#include "frontend/Operators.def"
+#undef OPERATOR
+        return true;
+    default: return false;
     }
 }
 

@@ -22,7 +22,10 @@ std::string_view GetTokenText(int token);
 // One of = <> >= <= > <.
 bool IsComparison(int kind);
 
-// An operator that is written between two operands: arithmetic, MOD, a power, AND, OR, XOR or a comparison.
+// One of AND OR XOR.
+bool IsBitOperator(int kind);
+
+// An operator that is written between two operands: one of Operators.def.
 bool IsInfixOperator(int kind);
 
 // An operator as messages show it: the character itself below 255, the token's text from there on.

@@ -363,15 +363,18 @@ static void TypeTwoChildren(CNorvane& norvane, CNode* pNode)
     case '*':
     case '/': TypeArithmetic(norvane, pNode); break;
     case MOD: TypeModulo(norvane, pNode); break;
-    case EQUAL:
-    case NOT_EQUAL:
-    case GREATER:
-    case LESS:
-    case GREATER_EQUAL:
-    case LESS_EQUAL: TypeComparison(norvane, pNode); break;
-    case AND:
-    case OR:
-    case XOR: TypeBits(norvane, pNode); break;
+#define OPERATOR(kind, mark, mnemonic)
+#define COMPARISON(kind, mark, mnemonic) case kind:
+#include "frontend/Operators.def"
+#undef OPERATOR
+        TypeComparison(norvane, pNode);
+        break;
+#define OPERATOR(kind, mark, mnemonic)
+#define BIT_OPERATOR(kind, mark, mnemonic) case kind:
+#include "frontend/Operators.def"
+#undef OPERATOR
+        TypeBits(norvane, pNode);
+        break;
     case SHL:
     case SHR:
     case ROL:

@@ -425,7 +425,7 @@ static void FoldTwoOperands(CNorvane& norvane, CNode* pNode)
         FoldTwoNumbers(norvane, pNode);
         return;
     }
-    if (pNode->nKind == AND || pNode->nKind == OR || pNode->nKind == XOR) FoldBooleans(norvane, pNode);
+    if (IsBitOperator(pNode->nKind)) FoldBooleans(norvane, pNode);
 }
 
 void CNorvane::FoldImmediates(CNode* pNode)

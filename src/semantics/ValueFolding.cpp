@@ -43,6 +43,21 @@ constexpr FoldRule g_BinaryRules[] = {
     {GREATER_EQUAL, g_AllNumbers},
 };
 
+constexpr bool HasEveryOperator()
+{
+    for (const int kind : {
+#define OPERATOR(kind, mark, mnemonic) int{kind},
+#include "frontend/Operators.def"
+#undef OPERATOR
+         }) {
+        bool found = false;
+        for (const FoldRule& rule : g_BinaryRules) found = found || rule.op == kind;
+        if (!found) return false;
+    }
+    return true;
+}
+static_assert(HasEveryOperator(), "an operator of the list says here which kinds of value it knows");
+
 constexpr FoldRule g_UnaryRules[] = {
     {UNARY_MINUS, g_AllNumbers},
     {NOT, g_Integers | CInitValue::Bool},

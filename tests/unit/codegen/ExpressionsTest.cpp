@@ -467,3 +467,29 @@ TEST_F(ExpressionsTest, AHundredThousandShortcuts)
     EXPECT_EQ(norvane.m_Code.m_Label.m_Counter, terms - 1);
     EXPECT_EQ(text.View().substr(text.GetSize() - 13), "\tLABEL0001:\n\n") << "the outermost node drew the first label";
 }
+
+// ---- The list of operators
+
+TEST_F(ExpressionsTest, EveryOperatorOfTheListHasItsInstruction)
+{
+    struct Operator
+    {
+        int kind;
+        std::string mark;
+        std::string mnemonic;
+    };
+    const std::vector<Operator> operators = {
+#define OPERATOR(kind, mark, mnemonic) {kind, mark, mnemonic},
+#include "frontend/Operators.def"
+#undef OPERATOR
+    };
+    options.prepare = [](CNorvane& norvane) { norvane.m_BooleanShortcut = false; };
+    for (const Operator& each : operators) {
+        SCOPED_TRACE(each.mark);
+        const std::string type = IsBitOperator(each.kind) ? "WORD" : "INT";
+        const std::string text =
+            Program("x : " + std::string(IsComparison(each.kind) ? "BOOL" : type) + "; a, b : " + type + ";",
+                    "x := a " + each.mark + " b;");
+        EXPECT_NE(text.find("\n\t" + each.mnemonic + "(" + type + ")\n"), std::string::npos) << text;
+    }
+}

@@ -607,3 +607,45 @@ TEST_F(ScannerDeathTest, TokenBehindTheLimit)
     EXPECT_EXIT(Scan("(*" + std::string(16383, '*') + ")"), testing::ExitedWithCode(2), message("1,3"));
     EXPECT_EXIT(Scan("(* two\nlines *)\n\n  " + name), testing::ExitedWithCode(2), message("4,3"));
 }
+
+// ---- The lists that the rules repeat.
+
+TEST_F(ScannerTest, EveryOperatorOfTheListIsScannedAsItsKind)
+{
+    struct Operator
+    {
+        int kind;
+        std::string mark;
+    };
+    const std::vector<Operator> operators = {
+#define OPERATOR(kind, mark, mnemonic) {kind, mark},
+#include "frontend/Operators.def"
+#undef OPERATOR
+    };
+    for (const Operator& each : operators) {
+        SCOPED_TRACE(each.mark);
+        Scan("a " + each.mark + " b");
+        ASSERT_EQ(tokens.size(), 3u);
+        EXPECT_EQ(tokens[1].nToken, each.kind);
+        EXPECT_TRUE(IsInfixOperator(each.kind));
+        // Messages show the mark, but for one that they have a word for.
+        EXPECT_EQ(GetOperatorText(each.kind), each.kind == POWER ? "POWER" : each.mark);
+    }
+}
+
+// A type that the table has and no rule names would be scanned as an identifier.
+TEST_F(ScannerTest, EveryNameOfTheTypeTableIsScannedAsAType)
+{
+    std::size_t count = 0;
+    for (const CType* pType : pNorvane->m_DataTypes.GetTypes()) {
+        if (pType == pNorvane->m_DataTypes.m_ErrorType) continue;   // its name is no word of the language
+        SCOPED_TRACE(pType->m_Name);
+        Scan(pType->m_Name);
+        ASSERT_EQ(tokens.size(), 1u);
+        const int token = tokens[0].nToken;
+        if (pType == pNorvane->m_DataTypes.m_StringType) EXPECT_EQ(token, STRUCTURE);
+        else EXPECT_TRUE(token == TYPE_IDENTIFIER || token == TYPE_TIME) << token;
+        ++count;
+    }
+    EXPECT_EQ(count, 20u);   // 19 elementary types and STRING
+}
