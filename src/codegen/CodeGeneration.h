@@ -15,7 +15,6 @@
 #include <vector>
 
 class CArrayOfArrayIndex;
-class CCallTree;
 class CErrorHandler;
 class CInitValue;
 class CMember;
@@ -252,24 +251,7 @@ private:
     int m_LastFileNumber = 0;
 
     // FbCalls.cpp
-    struct FbCall;
-    struct FbParameter;
-    FbCall DescribeFbCall(const CNode* pNode) const;
-    FbParameter DescribeFbParameter(const FbCall& call, const CNode* pNode) const;
-    bool GenerateValueOrAddress(CNode* pValue, bool isAddress, TextBuffer& text);   // as GenerateVariableAccess
-    void NoteNarrowMove(const FbParameter& parameter, bool isThrough);
-    bool TakesAddress(const FbParameter& parameter) const;
-    bool IsFoundByPosition(const FbParameter& parameter) const;
-    void NoteIndirectInstance(const FbCall& call);
-    void GeneratePointedMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
-    void GenerateSlotMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
-    void GenerateInputToMemory(const FbParameter& parameter, TextBuffer& text);
-    void GenerateFbInput(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
-    void GenerateFbJump(const FbCall& call, TextBuffer& text);
-    void GenerateOutputFromMemory(const FbParameter& parameter, TextBuffer& text);
-    void GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
-    void GenerateFbOutput(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
-    void NoteInstance(const FbCall& call);
+    class CFbCallText;   // the texts of one call
     void GenerateFbCall(const CNode* pNode, TextBuffer& text);
 
     // PouFrames.cpp
@@ -305,31 +287,6 @@ private:
     // How many stores a value of a type's own makes, null being the defaults of the structure's members.
     std::map<std::pair<const CTypeStruct*, const CInitValue*>, std::int64_t> m_StoreCounts;
     std::set<std::pair<const CTypeStruct*, const CInitValue*>> m_LosingStructs;   // some part loses its default
-
-    // StackAnalysis.cpp
-    void ReadStackSettings();
-    void ReportStackSizes();
-    CCallTree MakeCallTree() const;
-    void ReportOverflows(const CCallTree& tree, const CPou& program);
-    std::vector<const CPou*> GetPrograms() const;
-
-    // DebugInformation.cpp
-    struct DebugSigns
-    {
-        std::uint16_t global;
-        std::uint16_t retain;
-    };
-    std::int64_t GetInnermostStride(const CType* pType, const CArrayOfArrayIndex* pIndex) const;
-    const CType* GetDebugType(const CType* pType) const;
-    std::int32_t GetSegment(const CVariable* pVariable) const;
-    std::string GetVariableTypeText(const CVariable* pVariable) const;
-    DebugSigns ComputeSigns() const;
-    void WriteDebugDocument(XmlStream& stream) const;
-    void WriteDebugInfo(XmlStream& stream, const DebugSigns& signs) const;
-    void WriteVariableElement(XmlStream& stream, const CVariable* pVariable) const;
-    void WriteMemberElement(XmlStream& stream, const CTypeStruct* pStruct, const CMember* pMember) const;
-    void WriteTypeElement(XmlStream& stream, const CType* pType) const;
-    static void WriteSigns(XmlStream& stream, const DebugSigns& signs);
 
     TextBuffer m_Text;                            // under construction: of the POU in progress, as far as it isn't written
     std::int64_t m_WrittenBytes = 0;              // what has been flushed

@@ -1,7 +1,7 @@
 // The debug file: an XML document that tells a debugger where everything lies, and by checksums whether a
 // stored image belongs to this compilation. The order of elements and attributes is that of the code. The file is
-// written from its start to its end; what stands in front of its reasons (the signs, the marks of the POUs that are used)
-// is computed beforehand.
+// written from its start to its end; what stands in front of its reasons (the signs, the marks of the POUs that are
+// used) is computed beforehand.
 
 #include "codegen/CodeGeneration.h"
 
@@ -133,14 +133,52 @@ static void WriteBit(XmlStream& stream, const CType* pType, std::int32_t bit)
     else if (IsBoolArray(pType)) stream.WriteAttribute("bit", std::max(bit, 0));
 }
 
-std::int64_t CCodeGeneration::GetInnermostStride(const CType* pType, const CArrayOfArrayIndex* pIndex) const
+namespace
+{
+
+struct DebugSigns
+{
+    std::uint16_t global;
+    std::uint16_t retain;
+};
+
+// The elements of the file, written as they come.
+class CDebugDocument
+{
+public:
+    CDebugDocument(const CCodeGeneration& code, const CNorvane& norvane, XmlStream& stream)
+        : m_Code(code), m_Norvane(norvane), m_Stream(stream)
+    {
+    }
+    void Write();
+
+private:
+    std::int64_t GetInnermostStride(const CType* pType, const CArrayOfArrayIndex* pIndex) const;
+    const CType* GetDebugType(const CType* pType) const;
+    std::int32_t GetSegment(const CVariable* pVariable) const;
+    std::string GetVariableTypeText(const CVariable* pVariable) const;
+    DebugSigns ComputeSigns() const;
+    void WriteSigns(const DebugSigns& signs);
+    void WriteInfo(const DebugSigns& signs);
+    void WriteVariable(const CVariable* pVariable);
+    void WriteMember(const CTypeStruct* pStruct, const CMember* pMember);
+    void WriteType(const CType* pType);
+
+    const CCodeGeneration& m_Code;
+    const CNorvane& m_Norvane;
+    XmlStream& m_Stream;
+};
+
+}   // namespace
+
+std::int64_t CDebugDocument::GetInnermostStride(const CType* pType, const CArrayOfArrayIndex* pIndex) const
 {
     const int levels = pIndex ? pIndex->GetLevelCount() : 0;
-    return GetElementStride(pType, pIndex, levels - 1, -1);
+    return m_Code.GetElementStride(pType, pIndex, levels - 1, -1);
 }
 
 // What was declared without a type counts as of the error type.
-const CType* CCodeGeneration::GetDebugType(const CType* pType) const
+const CType* CDebugDocument::GetDebugType(const CType* pType) const
 {
     return pType ? pType->GetBaseType() : m_Norvane.m_DataTypes.m_ErrorType;
 }
@@ -148,7 +186,7 @@ const CType* CCodeGeneration::GetDebugType(const CType* pType) const
 // ---- Signs
 
 // Without parentheses: they enclose the entries of the text that is signed.
-std::string CCodeGeneration::GetVariableTypeText(const CVariable* pVariable) const
+std::string CDebugDocument::GetVariableTypeText(const CVariable* pVariable) const
 {
     std::string text = GetTypeText(GetDebugType(pVariable->m_Type), pVariable->GetIndex());
     std::erase_if(text, [](char c) { return c == '(' || c == ')'; });
@@ -156,10 +194,10 @@ std::string CCodeGeneration::GetVariableTypeText(const CVariable* pVariable) con
 }
 
 // "(a,INT[0..9],12,-1)" for each global variable. The bit is signed as it stands, -1 for what has none.
-CCodeGeneration::DebugSigns CCodeGeneration::ComputeSigns() const
+DebugSigns CDebugDocument::ComputeSigns() const
 {
     DebugSigns signs{g_EmptySign, g_EmptySign};
-    for (const CVariable* pVariable : m_MemoryHandler->m_GlobalVariables) {
+    for (const CVariable* pVariable : m_Norvane.m_Memory.m_GlobalVariables) {
         const std::string text = "(" + pVariable->m_Name + "," + GetVariableTypeText(pVariable) +
                                  FormatText(",%d,%d)", pVariable->m_Offset, pVariable->m_BitOffset);
         signs.global = ContinueSign(signs.global, text);
@@ -169,11 +207,11 @@ CCodeGeneration::DebugSigns CCodeGeneration::ComputeSigns() const
 }
 
 // globalsign="65535" retainsign="65535" dbisign="65535"
-void CCodeGeneration::WriteSigns(XmlStream& stream, const DebugSigns& signs)
+void CDebugDocument::WriteSigns(const DebugSigns& signs)
 {
-    stream.WriteAttribute("globalsign", signs.global);
-    stream.WriteAttribute("retainsign", signs.retain);
-    stream.WriteAttribute("dbisign", signs.global);   // Wanted (files): the same as the first
+    m_Stream.WriteAttribute("globalsign", signs.global);
+    m_Stream.WriteAttribute("retainsign", signs.retain);
+    m_Stream.WriteAttribute("dbisign", signs.global);   // Wanted (files): the same as the first
 }
 
 // ---- The elements
@@ -183,23 +221,23 @@ void CCodeGeneration::WriteSigns(XmlStream& stream, const DebugSigns& signs)
 //     <PROGRAM name="default" version="0" filetime="1700000000"/>
 //     <SIGN .../>
 // </INFO>
-void CCodeGeneration::WriteDebugInfo(XmlStream& stream, const DebugSigns& signs) const
+void CDebugDocument::WriteInfo(const DebugSigns& signs)
 {
-    stream.BeginElement("INFO");
+    m_Stream.BeginElement("INFO");
     for (const std::string& name : m_Norvane.m_SourceFiles) {
-        stream.BeginElement("SOURCEFILE");
-        stream.WriteText(ShowControlCharacters(name));
-        stream.EndElement();
+        m_Stream.BeginElement("SOURCEFILE");
+        m_Stream.WriteText(ShowControlCharacters(name));
+        m_Stream.EndElement();
     }
-    stream.BeginElement("PROGRAM");
-    stream.WriteAttribute("name", ShowControlCharacters(m_Norvane.m_ProgramName));
-    stream.WriteAttribute("version", m_Norvane.m_ProgramVersion);
-    stream.WriteAttribute("filetime", m_Norvane.m_CompileStamp);
-    stream.EndElement();
-    stream.BeginElement("SIGN");
-    WriteSigns(stream, signs);
-    stream.EndElement();
-    stream.EndElement();
+    m_Stream.BeginElement("PROGRAM");
+    m_Stream.WriteAttribute("name", ShowControlCharacters(m_Norvane.m_ProgramName));
+    m_Stream.WriteAttribute("version", m_Norvane.m_ProgramVersion);
+    m_Stream.WriteAttribute("filetime", m_Norvane.m_CompileStamp);
+    m_Stream.EndElement();
+    m_Stream.BeginElement("SIGN");
+    WriteSigns(signs);
+    m_Stream.EndElement();
+    m_Stream.EndElement();
 }
 
 // <POU name="main" type="PROGRAM" id="1" localsize="6" used="False"/>
@@ -217,32 +255,32 @@ static void WritePouElement(XmlStream& stream, CPou* pPou)
 
 // <VARIABLE name="a" datatype="INT[0..9]" displacement="[2]" type="VAR_GLOBAL" segment="2" offset="12"
 //           constant="False"/>
-void CCodeGeneration::WriteVariableElement(XmlStream& stream, const CVariable* pVariable) const
+void CDebugDocument::WriteVariable(const CVariable* pVariable)
 {
     const CType* pType = GetDebugType(pVariable->m_Type);
     const std::string typeText = GetVariableTypeText(pVariable);
-    stream.BeginElement("VARIABLE");
-    stream.WriteAttribute("name", pVariable->m_Name);
-    stream.WriteAttribute("datatype", typeText);
+    m_Stream.BeginElement("VARIABLE");
+    m_Stream.WriteAttribute("name", pVariable->m_Name);
+    m_Stream.WriteAttribute("datatype", typeText);
     if (pVariable->IsArray() && pType->IsArray()) {
         std::int64_t size = GetInnermostStride(pType, pVariable->GetIndex());
         if (size == 0 && IsInnermostBool(pType)) size = 1;
-        stream.WriteAttribute("displacement", MakeDisplacement(typeText, size));
+        m_Stream.WriteAttribute("displacement", CCodeGeneration::MakeDisplacement(typeText, size));
     }
-    stream.WriteAttribute("type", pVariable->m_IsRetain ? "VAR_GLOBAL_RETAIN" : "VAR_GLOBAL");
-    stream.WriteAttribute("segment", GetSegment(pVariable));
-    stream.WriteAttribute("offset", pVariable->m_Offset);
-    WriteBit(stream, pType, pVariable->m_BitOffset);
-    stream.WriteAttribute("constant", pVariable->m_IsConstant);
-    stream.EndElement();
+    m_Stream.WriteAttribute("type", pVariable->m_IsRetain ? "VAR_GLOBAL_RETAIN" : "VAR_GLOBAL");
+    m_Stream.WriteAttribute("segment", GetSegment(pVariable));
+    m_Stream.WriteAttribute("offset", pVariable->m_Offset);
+    WriteBit(m_Stream, pType, pVariable->m_BitOffset);
+    m_Stream.WriteAttribute("constant", pVariable->m_IsConstant);
+    m_Stream.EndElement();
 }
 
 // A retain variable lies in the retain area even if it has an address.
-std::int32_t CCodeGeneration::GetSegment(const CVariable* pVariable) const
+std::int32_t CDebugDocument::GetSegment(const CVariable* pVariable) const
 {
-    if (pVariable->m_IsRetain) return m_MemoryHandler->m_RetainCode;
-    if (!pVariable->m_DirectAddress.empty()) return m_MemoryHandler->m_AbsoluteCode;
-    return m_MemoryHandler->m_GlobalCode;
+    if (pVariable->m_IsRetain) return m_Norvane.m_Memory.m_RetainCode;
+    if (!pVariable->m_DirectAddress.empty()) return m_Norvane.m_Memory.m_AbsoluteCode;
+    return m_Norvane.m_Memory.m_GlobalCode;
 }
 
 // "InOut", "Input" or "Output"; null for what a function block keeps to itself, and for a plain structure's member.
@@ -256,41 +294,71 @@ static const char* GetMemberClass(const CMember* pMember)
 }
 
 // <MEMBER name="b" datatype="BOOL" offset="4" bit="0" class="Input"/>
-void CCodeGeneration::WriteMemberElement(XmlStream& stream, const CTypeStruct* pStruct, const CMember* pMember) const
+void CDebugDocument::WriteMember(const CTypeStruct* pStruct, const CMember* pMember)
 {
     const CType* pType = GetDebugType(pMember->m_Type);
     const CArrayOfArrayIndex* pIndex = pMember->m_Index.get();
     const std::string typeText = GetTypeText(pType, pIndex);
-    stream.BeginElement("MEMBER");
-    stream.WriteAttribute("name", pMember->m_Name);
-    stream.WriteAttribute("datatype", typeText);
-    stream.WriteAttribute("offset", pMember->m_Offset);
+    m_Stream.BeginElement("MEMBER");
+    m_Stream.WriteAttribute("name", pMember->m_Name);
+    m_Stream.WriteAttribute("datatype", typeText);
+    m_Stream.WriteAttribute("offset", pMember->m_Offset);
     if (pType->IsArray())
-        stream.WriteAttribute("displacement", MakeDisplacement(typeText, GetInnermostStride(pType, pIndex)));
-    WriteBit(stream, pType, pStruct->GetBoolBit(pMember));
+        m_Stream.WriteAttribute("displacement",
+                                CCodeGeneration::MakeDisplacement(typeText, GetInnermostStride(pType, pIndex)));
+    WriteBit(m_Stream, pType, pStruct->GetBoolBit(pMember));
     const char* memberClass = pStruct->IsStructFB() ? GetMemberClass(pMember) : nullptr;
-    if (memberClass) stream.WriteAttribute("class", memberClass);
-    stream.EndElement();
+    if (memberClass) m_Stream.WriteAttribute("class", memberClass);
+    m_Stream.EndElement();
 }
 
 // <TYPE name="point" type="STRUCT"><MEMBER .../></TYPE>
 // <TYPE name="INT" datatype="INT" align="2" size="16"/>
 // An alias takes the kind of what it renames, and an array is of the second kind.
-void CCodeGeneration::WriteTypeElement(XmlStream& stream, const CType* pType) const
+void CDebugDocument::WriteType(const CType* pType)
 {
-    stream.BeginElement("TYPE");
-    stream.WriteAttribute("name", pType->m_Name);
+    m_Stream.BeginElement("TYPE");
+    m_Stream.WriteAttribute("name", pType->m_Name);
     if (const CTypeStruct* pStruct = pType->AsStruct()) {
-        stream.WriteAttribute("type", pStruct->IsStructFB() ? "FUNCTION_BLOCK" : "STRUCT");
-        for (const std::unique_ptr<CMember>& pMember : pStruct->m_Members)
-            WriteMemberElement(stream, pStruct, pMember.get());
-        stream.EndElement();
+        m_Stream.WriteAttribute("type", pStruct->IsStructFB() ? "FUNCTION_BLOCK" : "STRUCT");
+        for (const std::unique_ptr<CMember>& pMember : pStruct->m_Members) WriteMember(pStruct, pMember.get());
+        m_Stream.EndElement();
         return;
     }
-    stream.WriteAttribute("datatype", pType->GetBaseType()->m_Name);
-    stream.WriteAttribute("align", pType->m_Align);
-    stream.WriteAttribute("size", pType->m_SizeBits);
-    stream.EndElement();
+    m_Stream.WriteAttribute("datatype", pType->GetBaseType()->m_Name);
+    m_Stream.WriteAttribute("align", pType->m_Align);
+    m_Stream.WriteAttribute("size", pType->m_SizeBits);
+    m_Stream.EndElement();
+}
+
+void CDebugDocument::Write()
+{
+    const DebugSigns signs = ComputeSigns();
+    m_Stream.BeginElement("DBI");
+    WriteInfo(signs);
+
+    m_Stream.BeginElement("POU_LIST");
+    for (CPou* pPou : m_Norvane.m_Pous.GetPous()) WritePouElement(m_Stream, pPou);
+    m_Stream.EndElement();
+
+    m_Code.WriteCallTree(m_Stream);
+    if (m_Stream.HasFailed()) return;
+
+    m_Stream.BeginElement("GLOBAL");
+    for (const CVariable* pVariable : m_Norvane.m_Memory.m_GlobalVariables) WriteVariable(pVariable);
+    m_Stream.EndElement();
+
+    m_Stream.BeginElement("AREAS");
+    m_Stream.WriteAttribute("globalused", m_Norvane.m_Memory.m_GlobalBytes);
+    m_Stream.WriteAttribute("retainused", m_Norvane.m_Memory.m_RetainBytes);
+    WriteSigns(signs);
+    m_Stream.EndElement();
+
+    m_Stream.BeginElement("DATATYPE");
+    for (const CType* pType : m_Norvane.m_DataTypes.GetTypes())
+        if (pType->m_Allowed && pType->m_Name != "ERROR") WriteType(pType);
+    m_Stream.EndElement();
+    m_Stream.EndElement();
 }
 
 // ---- The file
@@ -304,36 +372,6 @@ std::string CCodeGeneration::GetDebugName(const std::string& outputName)
     return (isCut ? outputName.substr(0, position) : outputName) + ".dbi";
 }
 
-void CCodeGeneration::WriteDebugDocument(XmlStream& stream) const
-{
-    const DebugSigns signs = ComputeSigns();
-    stream.BeginElement("DBI");
-    WriteDebugInfo(stream, signs);
-
-    stream.BeginElement("POU_LIST");
-    for (CPou* pPou : m_Norvane.m_Pous.GetPous()) WritePouElement(stream, pPou);
-    stream.EndElement();
-
-    WriteCallTree(stream);
-    if (stream.HasFailed()) return;
-
-    stream.BeginElement("GLOBAL");
-    for (const CVariable* pVariable : m_MemoryHandler->m_GlobalVariables) WriteVariableElement(stream, pVariable);
-    stream.EndElement();
-
-    stream.BeginElement("AREAS");
-    stream.WriteAttribute("globalused", m_MemoryHandler->m_GlobalBytes);
-    stream.WriteAttribute("retainused", m_MemoryHandler->m_RetainBytes);
-    WriteSigns(stream, signs);
-    stream.EndElement();
-
-    stream.BeginElement("DATATYPE");
-    for (const CType* pType : m_Norvane.m_DataTypes.GetTypes())
-        if (pType->m_Allowed && pType->m_Name != "ERROR") WriteTypeElement(stream, pType);
-    stream.EndElement();
-    stream.EndElement();
-}
-
 bool CCodeGeneration::WriteDebugFile(const std::string& fileName) const
 {
     constexpr int flags = TextFile::Utf8 | TextFile::NoBom | TextFile::NoLineEndTranslation;
@@ -342,7 +380,7 @@ bool CCodeGeneration::WriteDebugFile(const std::string& fileName) const
     if (file.Open(fileName, TextFile::ForWriting, flags, bufferSize) != 0) return false;
     std::string text;
     XmlStream stream(XmlStream::Form::Formatted, text, &file);
-    WriteDebugDocument(stream);
+    CDebugDocument(*this, m_Norvane, stream).Write();
     const bool isWritten = stream.Finish();
     const bool isClosed = file.Close() == 0;
     return isWritten && isClosed;

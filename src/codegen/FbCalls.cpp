@@ -16,6 +16,9 @@
 #include "semantics/Wrapping.h"
 #include "target/MemoryHandler.h"
 
+namespace
+{
+
 // How the members of the called instance are reached.
 enum class InstancePlace
 {
@@ -25,7 +28,7 @@ enum class InstancePlace
     BodyMember   // from inside a function block, of which the instance is a member
 };
 
-struct CCodeGeneration::FbCall
+struct FbCall
 {
     const CNode* pNode;
     const CVariable* pInstance;
@@ -47,7 +50,7 @@ struct MemberComment
 };
 
 // One parameter of a call.
-struct CCodeGeneration::FbParameter
+struct FbParameter
 {
     CNode* pValue;
     const CMember* pMember;
@@ -60,7 +63,37 @@ struct CCodeGeneration::FbParameter
     MemberComment comment{};  // "fb.in"
 };
 
-CCodeGeneration::FbCall CCodeGeneration::DescribeFbCall(const CNode* pNode) const
+}   // namespace
+
+// The texts of calls. What moves a parameter is asked for each one anew, so it keeps nothing but the generator.
+class CCodeGeneration::CFbCallText
+{
+public:
+    explicit CFbCallText(CCodeGeneration& code) : m_Code(code) {}
+
+    FbCall DescribeFbCall(const CNode* pNode) const;
+    FbParameter DescribeFbParameter(const FbCall& call, const CNode* pNode) const;
+    void NoteInstance(const FbCall& call);
+    void GenerateFbInput(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+    void GenerateFbJump(const FbCall& call, TextBuffer& text);
+    void GenerateFbOutput(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+
+private:
+    bool GenerateValueOrAddress(CNode* pValue, bool isAddress, TextBuffer& text);   // as GenerateVariableAccess
+    void NoteNarrowMove(const FbParameter& parameter, bool isThrough);
+    bool TakesAddress(const FbParameter& parameter) const;
+    bool IsFoundByPosition(const FbParameter& parameter) const;
+    void NoteIndirectInstance(const FbCall& call);
+    void GeneratePointedMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+    void GenerateSlotMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+    void GenerateInputToMemory(const FbParameter& parameter, TextBuffer& text);
+    void GenerateOutputFromMemory(const FbParameter& parameter, TextBuffer& text);
+    void GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, TextBuffer& text);
+
+    CCodeGeneration& m_Code;
+};
+
+FbCall CCodeGeneration::CFbCallText::DescribeFbCall(const CNode* pNode) const
 {
     const CVariable* pInstance = pNode->pVariable;
     const CTypeStructFB* pStruct = pInstance && pInstance->m_Type ? pInstance->m_Type->AsStructFB() : nullptr;
@@ -73,14 +106,15 @@ CCodeGeneration::FbCall CCodeGeneration::DescribeFbCall(const CNode* pNode) cons
             if (pParameter->nKind == ASSIGN_FB) call.pLastAssigned = pParameter->Child(1);
     }
     call.area = pInstance->m_IsLocal ? "local+" : "global+";
-    if (m_CurrentFb)
-        call.place = FindCurrentFbMember(pInstance, call.slot) ? InstancePlace::BodyMember : InstancePlace::BodyMemory;
+    if (m_Code.m_CurrentFb)
+        call.place =
+            m_Code.FindCurrentFbMember(pInstance, call.slot) ? InstancePlace::BodyMember : InstancePlace::BodyMemory;
     else if (pInstance->IsHeldByPointer())
         call.place = InstancePlace::Pointer;
     return call;
 }
 
-CCodeGeneration::FbParameter CCodeGeneration::DescribeFbParameter(const FbCall& call, const CNode* pNode) const
+FbParameter CCodeGeneration::CFbCallText::DescribeFbParameter(const FbCall& call, const CNode* pNode) const
 {
     const CMember* pMember = pNode->Child(0)->pMember;
     if (!pMember || !pMember->m_Type)
@@ -91,7 +125,7 @@ CCodeGeneration::FbParameter CCodeGeneration::DescribeFbParameter(const FbCall& 
     parameter.bit = call.pStruct->GetBoolBit(pMember);
     parameter.isInOut = pMember->IsInOut();
     parameter.isAggregate = pMember->m_Type->IsAggregate();
-    parameter.suffix = SuffixOf(pMember->m_Type);
+    parameter.suffix = m_Code.SuffixOf(pMember->m_Type);
     const std::int64_t offsetBytes = WrapAdd(pMember->m_Offset, call.pInstance->m_Offset);
     parameter.memory = {call.area, static_cast<std::int32_t>(offsetBytes)};
     if (pMember->m_Type->IsBool()) parameter.memory.bit = parameter.bit;
@@ -100,42 +134,44 @@ CCodeGeneration::FbParameter CCodeGeneration::DescribeFbParameter(const FbCall& 
 }
 
 // An address needs a variable; a value can be any expression, and reads a variable in the same words.
-bool CCodeGeneration::GenerateValueOrAddress(CNode* pValue, bool isAddress, TextBuffer& text)
+bool CCodeGeneration::CFbCallText::GenerateValueOrAddress(CNode* pValue, bool isAddress, TextBuffer& text)
 {
-    if (isAddress) return GenerateAccessLine(pValue, AccessMode::Address, text);
-    if (pValue->IsVariableAccess()) return GenerateAccessLine(pValue, AccessMode::Read, text);
-    GenerateNode(pValue, text);
+    if (isAddress) return m_Code.GenerateAccessLine(pValue, AccessMode::Address, text);
+    if (pValue->IsVariableAccess()) return m_Code.GenerateAccessLine(pValue, AccessMode::Read, text);
+    m_Code.GenerateNode(pValue, text);
     return false;
 }
 
 // Where the instance is no plain variable of the caller, a structure or array is moved by instructions of a pointer's
 // width. That is enough for one of that size if both ends are what lies there and not its address.
-void CCodeGeneration::NoteNarrowMove(const FbParameter& parameter, bool isThrough)
+void CCodeGeneration::CFbCallText::NoteNarrowMove(const FbParameter& parameter, bool isThrough)
 {
     constexpr int bitsInByte = 8;
     if (!parameter.isAggregate || parameter.isInOut) return;
-    if (isThrough && GetCopySize(parameter.pMember, parameter.pValue) == m_PointerType->m_SizeBits / bitsInByte) return;
-    m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
+    if (isThrough &&
+        m_Code.GetCopySize(parameter.pMember, parameter.pValue) == m_Code.m_PointerType->m_SizeBits / bitsInByte)
+        return;
+    m_Code.m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
 }
 
 // Where the address for an in-out is stored in the width of what it points at, that has to be an address's.
-bool CCodeGeneration::TakesAddress(const FbParameter& parameter) const
+bool CCodeGeneration::CFbCallText::TakesAddress(const FbParameter& parameter) const
 {
-    return parameter.isAggregate || parameter.pMember->m_Type->m_SizeBits == m_PointerType->m_SizeBits;
+    return parameter.isAggregate || parameter.pMember->m_Type->m_SizeBits == m_Code.m_PointerType->m_SizeBits;
 }
 
 // Whether an input through a pointer reaches its member all the same, and fills it.
-bool CCodeGeneration::IsFoundByPosition(const FbParameter& parameter) const
+bool CCodeGeneration::CFbCallText::IsFoundByPosition(const FbParameter& parameter) const
 {
     const std::int64_t slotNumber = std::int64_t{parameter.position} + 1;
-    const std::int64_t taken = parameter.position == 0 ? 0 : slotNumber * m_MemoryHandler->GetPointerSlotSize();
+    const std::int64_t taken = parameter.position == 0 ? 0 : slotNumber * m_Code.m_MemoryHandler->GetPointerSlotSize();
     if (taken != parameter.pMember->m_Offset || parameter.bit > 0) return false;
     return !parameter.isInOut || TakesAddress(parameter);
 }
 
-void CCodeGeneration::NoteIndirectInstance(const FbCall& call)
+void CCodeGeneration::CFbCallText::NoteIndirectInstance(const FbCall& call)
 {
-    m_Norvane.m_Notes.Add(Note::IndirectInstance, call.pNode->location, call.pInstance->m_Name);
+    m_Code.m_Norvane.m_Notes.Add(Note::IndirectInstance, call.pNode->location, call.pInstance->m_Name);
 }
 
 //	PUSH(UDINT) [local+0] ; fb
@@ -143,22 +179,24 @@ void CCodeGeneration::NoteIndirectInstance(const FbCall& call)
 //	ADD(UDINT)
 //
 // Kept (code): the member is looked for where its position, not its offset says, and the first one at the start.
-void CCodeGeneration::GeneratePointedMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
+void CCodeGeneration::CFbCallText::GeneratePointedMember(const FbCall& call, const FbParameter& parameter,
+                                                         TextBuffer& text)
 {
-    const TypeSuffix pointer = PointerSuffix();
-    text.Append("\tPUSH", OperandOf(call.pInstance), '\n');
+    const TypeSuffix pointer = m_Code.PointerSuffix();
+    text.Append("\tPUSH", m_Code.OperandOf(call.pInstance), '\n');
     if (parameter.position == 0) return;
-    text.Append("\tPUSH", pointer, '\t', GetSlotOffset(parameter.position), '\n');
+    text.Append("\tPUSH", pointer, '\t', m_Code.GetSlotOffset(parameter.position), '\n');
     text.Append("\tADD", pointer, '\n');
 }
 
 //	PUSH(UDINT)	[local+8]	;&fb
 //	PUSH(UDINT)	4
 //	ADD(UDINT)
-void CCodeGeneration::GenerateSlotMember(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
+void CCodeGeneration::CFbCallText::GenerateSlotMember(const FbCall& call, const FbParameter& parameter,
+                                                      TextBuffer& text)
 {
-    const TypeSuffix pointer = PointerSuffix();
-    text.Append("\tPUSH", pointer, "\t[local+", GetSlotOffset(call.slot), "]\t;&", call.pInstance->m_Name, '\n');
+    const TypeSuffix pointer = m_Code.PointerSuffix();
+    text.Append("\tPUSH", pointer, "\t[local+", m_Code.GetSlotOffset(call.slot), "]\t;&", call.pInstance->m_Name, '\n');
     if (parameter.pMember->m_Offset == 0 && parameter.bit < 1) return;
     text.Append("\tPUSH", pointer, '\t', PackedOffset{parameter.pMember->m_Offset, parameter.bit}, '\n');
     text.Append("\tADD", pointer, '\n');
@@ -168,26 +206,26 @@ void CCodeGeneration::GenerateSlotMember(const FbCall& call, const FbParameter& 
 
 //	PUSH(INT)	[local+4]	;x
 //	POP(INT)	[local+12]	;fb.in
-void CCodeGeneration::GenerateInputToMemory(const FbParameter& parameter, TextBuffer& text)
+void CCodeGeneration::CFbCallText::GenerateInputToMemory(const FbParameter& parameter, TextBuffer& text)
 {
-    const TypeSuffix pointer = PointerSuffix();
+    const TypeSuffix pointer = m_Code.PointerSuffix();
     if (parameter.isInOut) {   // the instance keeps the address
         const AccessMode mode = parameter.isAggregate ? AccessMode::Read : AccessMode::Address;
-        if (GenerateAccessLine(parameter.pValue, mode, text))
-            m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
+        if (m_Code.GenerateAccessLine(parameter.pValue, mode, text))
+            m_Code.m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
         text.Append("\tPOP", pointer, '\t', parameter.memory, "\t;", parameter.comment, '\n');
     } else if (parameter.isAggregate) {
-        GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
+        m_Code.GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
         text.Append("\tPUSH&", pointer, '\t', parameter.memory, "\t;", parameter.comment, '\n');
-        const std::int64_t sizeBytes = GetCopySize(parameter.pMember, parameter.pValue);
+        const std::int64_t sizeBytes = m_Code.GetCopySize(parameter.pMember, parameter.pValue);
         text.Append("\tMEMCPY\t", static_cast<std::int32_t>(sizeBytes), '\n');
     } else {
-        GenerateNode(parameter.pValue, text);
+        m_Code.GenerateNode(parameter.pValue, text);
         text.Append("\tPOP", parameter.suffix, '\t', parameter.memory, "\t;", parameter.comment, '\n');
     }
 }
 
-void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
+void CCodeGeneration::CFbCallText::GenerateFbInput(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
     if (call.place == InstancePlace::Memory) {
         GenerateInputToMemory(parameter, text);
@@ -203,12 +241,12 @@ void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& par
         break;
     case InstancePlace::BodyMemory:
         if (parameter.isInOut && !TakesAddress(parameter))
-            m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
+            m_Code.m_Norvane.m_Notes.Add(Note::ValueForAddress, parameter.pValue->location);
         text.Append("\tPOP", parameter.suffix, '\t', parameter.memory, "\t;", parameter.comment, '\n');
         break;
     case InstancePlace::BodyMember:
         GenerateSlotMember(call, parameter, text);
-        text.Append("\tPOPI", parameter.isInOut ? PointerSuffix() : parameter.suffix, '\n');
+        text.Append("\tPOPI", parameter.isInOut ? m_Code.PointerSuffix() : parameter.suffix, '\n');
         break;
     }
 }
@@ -217,53 +255,54 @@ void CCodeGeneration::GenerateFbInput(const FbCall& call, const FbParameter& par
 
 //	PUSH&(UDINT)	[local+12]	;fb
 //	JSR FUNCTION_counter
-void CCodeGeneration::GenerateFbJump(const FbCall& call, TextBuffer& text)
+void CCodeGeneration::CFbCallText::GenerateFbJump(const FbCall& call, TextBuffer& text)
 {
     const CVariable* pInstance = call.pInstance;
-    if (pInstance->m_IsLocal && m_CurrentFb) {
+    if (pInstance->m_IsLocal && m_Code.m_CurrentFb) {
         text.Append("\tPUSH");
-        GenerateFbMemberAccess(call.pNode, FbAccessForm::Plain, text);
+        m_Code.GenerateFbMemberAccess(call.pNode, FbAccessForm::Plain, text);
         text.Append('\n');
     } else {
         const bool isPointer = pInstance->m_IsLocal && pInstance->IsHeldByPointer();
-        text.Append(isPointer ? "\tPUSH" : "\tPUSH&", PointerSuffix(), '\t', MemoryPlace{call.area, pInstance->m_Offset}, "\t;",
-                    pInstance->m_Name, '\n');
+        text.Append(isPointer ? "\tPUSH" : "\tPUSH&", m_Code.PointerSuffix(), '\t',
+                    MemoryPlace{call.area, pInstance->m_Offset}, "\t;", pInstance->m_Name, '\n');
     }
     CPou* pFb = pInstance->m_Type->AsStructFB()->m_FunctionBlock;
     text.Append("\tJSR FUNCTION_", pFb->m_Name, '\n');
-    if (m_CurrentPou) m_CurrentPou->AddCallee(pFb);
+    if (m_Code.m_CurrentPou) m_Code.m_CurrentPou->AddCallee(pFb);
 }
 
 // ---- Outputs
 
 //	PUSH(INT)	[local+12]	;fb.out
 //	POP(INT)	[local+4]	;x
-void CCodeGeneration::GenerateOutputFromMemory(const FbParameter& parameter, TextBuffer& text)
+void CCodeGeneration::CFbCallText::GenerateOutputFromMemory(const FbParameter& parameter, TextBuffer& text)
 {
     if (!parameter.isAggregate) {
         text.Append("\tPUSH", parameter.suffix, '\t', parameter.memory, "\t;", parameter.comment, '\n');
-        GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
+        m_Code.GenerateAccessLine(parameter.pValue, AccessMode::Write, text);
         return;
     }
-    text.Append("\tPUSH&", PointerSuffix(), '\t', parameter.memory, "\t;", parameter.comment, '\n');
-    GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
-    const std::int64_t sizeBytes = GetCopySize(parameter.pMember, parameter.pValue);
+    text.Append("\tPUSH&", m_Code.PointerSuffix(), '\t', parameter.memory, "\t;", parameter.comment, '\n');
+    m_Code.GenerateAccessLine(parameter.pValue, AccessMode::Address, text);
+    const std::int64_t sizeBytes = m_Code.GetCopySize(parameter.pMember, parameter.pValue);
     text.Append("\tMEMCPY\t", static_cast<std::int32_t>(sizeBytes), '\n');
 }
 
 // Kept (code): what follows the output's value isn't the store into its target but the last value assigned in this
 // call. A call that assigns none has nothing to write here and can't be generated.
-void CCodeGeneration::GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
+void CCodeGeneration::CFbCallText::GenerateOutputFromPointer(const FbCall& call, const FbParameter& parameter,
+                                                             TextBuffer& text)
 {
     GeneratePointedMember(call, parameter, text);
     text.Append("\tPUSHI", parameter.suffix, '\n');
     if (!call.pLastAssigned)
-        EndGeneration(call.pNode->location, "the call of " + call.pInstance->m_Name +
-                                                " through a pointer takes an output and assigns no input");
+        m_Code.EndGeneration(call.pNode->location, "the call of " + call.pInstance->m_Name +
+                                                       " through a pointer takes an output and assigns no input");
     GenerateValueOrAddress(call.pLastAssigned, parameter.isInOut, text);
 }
 
-void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
+void CCodeGeneration::CFbCallText::GenerateFbOutput(const FbCall& call, const FbParameter& parameter, TextBuffer& text)
 {
     switch (call.place) {
     case InstancePlace::Memory: GenerateOutputFromMemory(parameter, text); break;
@@ -273,12 +312,12 @@ void CCodeGeneration::GenerateFbOutput(const FbCall& call, const FbParameter& pa
         break;
     case InstancePlace::BodyMemory:   // Kept (code): blanks in front of the bracket and behind the ";"
         text.Append("\tPUSH", parameter.suffix, ' ', parameter.memory, "\t; ", parameter.comment, '\n');
-        NoteNarrowMove(parameter, GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
+        NoteNarrowMove(parameter, m_Code.GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
         break;
     case InstancePlace::BodyMember:
         GenerateSlotMember(call, parameter, text);
         text.Append("\tPUSHI", parameter.suffix, '\n');
-        NoteNarrowMove(parameter, GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
+        NoteNarrowMove(parameter, m_Code.GenerateAccessLine(parameter.pValue, AccessMode::Write, text));
         break;
     }
 }
@@ -289,25 +328,27 @@ static bool LiesElsewhere(const CVariable* pInstance)
     return pInstance->m_IsRetain || !pInstance->m_DirectAddress.empty();
 }
 
-void CCodeGeneration::NoteInstance(const FbCall& call)
+void CCodeGeneration::CFbCallText::NoteInstance(const FbCall& call)
 {
     if (call.place != InstancePlace::BodyMember && LiesElsewhere(call.pInstance))
-        m_Norvane.m_Notes.Add(Note::InstanceElsewhere, call.pNode->location, call.pInstance->m_Name);
+        m_Code.m_Norvane.m_Notes.Add(Note::InstanceElsewhere, call.pNode->location, call.pInstance->m_Name);
 }
 
 // Inputs in order, the call, outputs in order. An input that is left out keeps its value in the instance.
 void CCodeGeneration::GenerateFbCall(const CNode* pNode, TextBuffer& text)
 {
-    const FbCall call = DescribeFbCall(pNode);
-    NoteInstance(call);
+    CFbCallText texts(*this);
+    const FbCall call = texts.DescribeFbCall(pNode);
+    texts.NoteInstance(call);
     const int count = call.pParameters ? call.pParameters->GetChildCount() : 0;
     for (int i = 0; i < count; ++i) {
         const CNode* pParameter = call.pParameters->Child(i);
-        if (pParameter->nKind == ASSIGN_FB) GenerateFbInput(call, DescribeFbParameter(call, pParameter), text);
+        if (pParameter->nKind == ASSIGN_FB)
+            texts.GenerateFbInput(call, texts.DescribeFbParameter(call, pParameter), text);
     }
-    GenerateFbJump(call, text);
+    texts.GenerateFbJump(call, text);
     for (int i = 0; i < count; ++i) {
         const CNode* pParameter = call.pParameters->Child(i);
-        if (pParameter->nKind == ARROW) GenerateFbOutput(call, DescribeFbParameter(call, pParameter), text);
+        if (pParameter->nKind == ARROW) texts.GenerateFbOutput(call, texts.DescribeFbParameter(call, pParameter), text);
     }
 }

@@ -18,29 +18,30 @@
 
 // The settings of the target stand in for the initial values only where its node exists, and the values of
 // absent attributes aren't the initial ones. An option has no effect without the node.
-void CCodeGeneration::ReadStackSettings()
+static void ReadStackSettings(CCodeGeneration& code, CNorvane& norvane)
 {
-    CXmlNode& target = m_Norvane.m_Target.m_Root;
+    CXmlNode& target = norvane.m_Target.m_Root;
     if (const CXmlNode* pNode = target.FindChild("COMPILER\\TARGET\\VM\\RETURNSTACK")) {
-        m_ReturnStackBytes = pNode->GetAttributeInt("size", 1024);
-        m_ReturnStackMaxSize = pNode->GetAttributeInt("maxsize", 2048);
-        m_CallOverload = pNode->GetAttributeInt("calloverload", 8);
-        m_ReturnStackAlign = pNode->GetAttributeInt("align", 1);
-        m_NestedProgram = pNode->GetAttributeBool("nestedprogram", true);
-        if (m_Norvane.m_ReturnStackSize > 0) m_ReturnStackBytes = m_Norvane.m_ReturnStackSize;
+        code.m_ReturnStackBytes = pNode->GetAttributeInt("size", 1024);
+        code.m_ReturnStackMaxSize = pNode->GetAttributeInt("maxsize", 2048);
+        code.m_CallOverload = pNode->GetAttributeInt("calloverload", 8);
+        code.m_ReturnStackAlign = pNode->GetAttributeInt("align", 1);
+        code.m_NestedProgram = pNode->GetAttributeBool("nestedprogram", true);
+        if (norvane.m_ReturnStackSize > 0) code.m_ReturnStackBytes = norvane.m_ReturnStackSize;
     }
     if (const CXmlNode* pNode = target.FindChild("COMPILER\\TARGET\\VM\\PARAMETERSTACK")) {
-        m_ParameterStackMaxSize = pNode->GetAttributeInt("maxsize", 2048);
-        m_ParameterStackBytes = pNode->GetAttributeInt("size", 256);
-        if (m_Norvane.m_ParameterStackSize > 0) m_ParameterStackBytes = m_Norvane.m_ParameterStackSize;
+        code.m_ParameterStackMaxSize = pNode->GetAttributeInt("maxsize", 2048);
+        code.m_ParameterStackBytes = pNode->GetAttributeInt("size", 256);
+        if (norvane.m_ParameterStackSize > 0) code.m_ParameterStackBytes = norvane.m_ParameterStackSize;
     }
 }
 
 // Without the target's nodes the sizes fit: nothing changes the initial values then.
-void CCodeGeneration::ReportStackSizes()
+static void ReportStackSizes(const CCodeGeneration& code, CErrorHandler& errors)
 {
-    if (m_ReturnStackBytes > m_ReturnStackMaxSize) m_ErrorHandler->ErrReturnStackSize(m_ReturnStackMaxSize);
-    if (m_ParameterStackBytes > m_ParameterStackMaxSize) m_ErrorHandler->ErrParameterStackSize(m_ParameterStackMaxSize);
+    if (code.m_ReturnStackBytes > code.m_ReturnStackMaxSize) errors.ErrReturnStackSize(code.m_ReturnStackMaxSize);
+    if (code.m_ParameterStackBytes > code.m_ParameterStackMaxSize)
+        errors.ErrParameterStackSize(code.m_ParameterStackMaxSize);
 }
 
 // What one call of the POU takes from the return stack: the overload comes on top of the rounded locals.
@@ -54,32 +55,34 @@ std::int64_t CCodeGeneration::GetCallSize(const CPou& pou) const
 
 // One message for each path, in the order of the walk. Where even the deepest path below a call fits, nothing is
 // looked for.
-void CCodeGeneration::ReportOverflows(const CCallTree& tree, const CPou& program)
+static void ReportOverflows(const CCodeGeneration& code, CErrorHandler& errors, const CCallTree& tree,
+                            const CPou& program)
 {
-    CCallTreeWalk walk(*this, program);
+    CCallTreeWalk walk(code, program);
     for (CCallTreeWalk::Step step = walk.Next(); step != CCallTreeWalk::Step::End; step = walk.Next()) {
         if (step == CCallTreeWalk::Step::Leave) continue;
         const CPou& pou = walk.GetPou();
         const std::int64_t depth = walk.GetDepth();
         // A program alone isn't compared with the stack's size. What is missing is shown as a negative number.
-        if (walk.GetLevel() > 0 && depth > m_ReturnStackBytes)
-            m_ErrorHandler->ErrReturnStackOverflow(m_ReturnStackBytes - depth, pou.m_Name);
-        if (depth - GetCallSize(pou) + tree.GetDeepest(pou) <= m_ReturnStackBytes) walk.PassOver();
+        if (walk.GetLevel() > 0 && depth > code.m_ReturnStackBytes)
+            errors.ErrReturnStackOverflow(code.m_ReturnStackBytes - depth, pou.m_Name);
+        if (depth - code.GetCallSize(pou) + tree.GetDeepest(pou) <= code.m_ReturnStackBytes) walk.PassOver();
     }
 }
 
-std::vector<const CPou*> CCodeGeneration::GetPrograms() const
+static std::vector<const CPou*> GetPrograms(const CNorvane& norvane)
 {
     std::vector<const CPou*> programs;
-    for (const CPou* pPou : m_Norvane.m_Pous.GetPous())
+    for (const CPou* pPou : norvane.m_Pous.GetPous())
         if (!pPou->IsFunction() && !pPou->IsFunctionBlock()) programs.push_back(pPou);
     return programs;
 }
 
-CCallTree CCodeGeneration::MakeCallTree() const
+// A tree too large to be written ends the run.
+static CCallTree MakeCallTree(const CCodeGeneration& code, const CNorvane& norvane)
 {
-    CCallTree tree(*this);
-    for (const CPou* pProgram : GetPrograms()) tree.Add(*pProgram);
+    CCallTree tree(code);
+    for (const CPou* pProgram : GetPrograms(norvane)) tree.Add(*pProgram);
     const std::string excess = tree.DescribeExcess();
     if (!excess.empty()) EndProgram(1, excess);
     return tree;
@@ -87,20 +90,20 @@ CCallTree CCodeGeneration::MakeCallTree() const
 
 void CCodeGeneration::RefuseLargeCallTree()
 {
-    ReadStackSettings();
-    MakeCallTree();
+    ReadStackSettings(*this, m_Norvane);
+    MakeCallTree(*this, m_Norvane);
 }
 
 void CCodeGeneration::AnalyseStacks()
 {
-    ReadStackSettings();
-    ReportStackSizes();
-    const CCallTree tree = MakeCallTree();
+    ReadStackSettings(*this, m_Norvane);
+    ReportStackSizes(*this, *m_ErrorHandler);
+    const CCallTree tree = MakeCallTree(*this, m_Norvane);
 
     m_MaxNestedDepth = 0;
     m_MaxDepth = 0;
-    for (const CPou* pProgram : GetPrograms()) {
-        ReportOverflows(tree, *pProgram);
+    for (const CPou* pProgram : GetPrograms(m_Norvane)) {
+        ReportOverflows(*this, *m_ErrorHandler, tree, *pProgram);
         m_CurrentDepth = tree.GetDeepest(*pProgram);
         m_MaxNestedDepth += m_CurrentDepth;
         m_MaxDepth = std::max(m_MaxDepth, m_CurrentDepth);
@@ -115,7 +118,7 @@ void CCodeGeneration::AnalyseStacks()
 void CCodeGeneration::WriteCallTree(XmlStream& stream) const
 {
     stream.BeginElement("CALLTREE");
-    for (const CPou* pProgram : GetPrograms()) {
+    for (const CPou* pProgram : GetPrograms(m_Norvane)) {
         CCallTreeWalk walk(*this, *pProgram);
         for (CCallTreeWalk::Step step = walk.Next(); step != CCallTreeWalk::Step::End; step = walk.Next()) {
             if (step == CCallTreeWalk::Step::Enter) BeginCallElement(stream, walk.GetPou(), walk.GetDepth());
