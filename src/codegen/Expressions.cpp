@@ -160,17 +160,17 @@ static const SourceLocation& GetValueLocation(const CNode* pNode)
 void CCodeGeneration::GenerateReal(const CNode* pNode, TextBuffer& text)
 {
     const CType* pType = GetNodeType(pNode);
-    if (pType && pType->IsReal() && !SurvivesSixDecimals(pNode->dValue, pType->GetBaseType()->m_SizeBits))
+    if (pType && pType->IsReal() && !SurvivesSixDecimals(pNode->GetReal(), pType->GetBaseType()->m_SizeBits))
         m_Norvane.m_Notes.Add(Note::RealPrinted, GetValueLocation(pNode));
     text.Append("\tPUSH(" + (pType ? pType->m_Name : "REAL") + ")\t");
-    text.Append(FormatReal(pNode->dValue));
+    text.Append(FormatReal(pNode->GetReal()));
 }
 
 // One line to a byte, first byte first; neither a length nor an end mark. Kept (code): no blank behind PUSH, unlike
 // in an assignment.
 void CCodeGeneration::GenerateStringLiteral(const CNode* pNode, TextBuffer& text)
 {
-    for (const char byte : pNode->szString) {
+    for (const char byte : pNode->GetString()) {
         text.Append("\tPUSH", static_cast<signed char>(byte), " ;", byte, '\n');
     }
 }
@@ -269,7 +269,7 @@ void CCodeGeneration::GenerateShortcut(const CNode* pNode, Label label, TextBuff
 // A text that is pushed as none or several values where the instruction takes one.
 static bool IsLongText(const CNode* pNode)
 {
-    return pNode->nKind == STR_DIR && pNode->szString.size() != 1;
+    return pNode->nKind == STR_DIR && pNode->GetString().size() != 1;
 }
 
 // The right operand and the instruction; the left operand is on the stack already.
@@ -361,7 +361,7 @@ void CCodeGeneration::GenerateLimit(const CNode* pNode, TextBuffer& text)
 //
 void CCodeGeneration::GenerateCast(const CNode* pNode, TextBuffer& text)
 {
-    const CCastFunction* pCast = pNode->pCast;
+    const CCastFunction* pCast = pNode->GetCast();
     if (!pCast) InternalFault("a cast has no function");
     GenerateNode(pNode->Child(0), text);
     text.Append("\tTO_", CapitalName{pCast->m_To->m_Name}, " (", CapitalName{pCast->m_From->m_Name}, ")\n");
@@ -401,7 +401,7 @@ void CCodeGeneration::GenerateActualParameter(CNode* pActual, const CVariable& f
 
 void CCodeGeneration::GenerateFunctionCall(CNode* pNode, TextBuffer& text)
 {
-    CFunction* pFunction = pNode->pPou ? pNode->pPou->AsFunction() : nullptr;
+    CFunction* pFunction = pNode->GetPou() ? pNode->GetPou()->AsFunction() : nullptr;
     if (!pFunction) InternalFault("a call of " + std::string(pNode->GetName()) + " has no function");
 
     const CNode* pActuals = pNode->GetChildCount() > 0 ? pNode->Child(0) : nullptr;

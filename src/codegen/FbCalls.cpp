@@ -116,7 +116,7 @@ FbCall CCodeGeneration::CFbCallText::DescribeFbCall(const CNode* pNode) const
 
 FbParameter CCodeGeneration::CFbCallText::DescribeFbParameter(const FbCall& call, const CNode* pNode) const
 {
-    const CMember* pMember = pNode->Child(0)->pMember;
+    const CMember* pMember = pNode->Child(0)->GetMember();
     if (!pMember || !pMember->m_Type)
         InternalFault("a parameter of the call of " + std::string(call.pNode->GetName()) + " has no member");
 

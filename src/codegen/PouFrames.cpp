@@ -195,15 +195,15 @@ void CCodeGeneration::WriteBody(const CNode* pNode)
 // be written: behind the first error of the run, and for a POU that the table refused.
 bool CCodeGeneration::BeginFrame(const CNode* pNode)
 {
-    if (m_ErrorHandler->GetErrorCount() > 0 || !pNode->pPou) return false;
+    if (m_ErrorHandler->GetErrorCount() > 0 || !pNode->GetPou()) return false;
     m_MemoryHandler->AllocatePouVariables();
-    m_CurrentPou = pNode->pPou;
+    m_CurrentPou = pNode->GetPou();
     return true;
 }
 
 void CCodeGeneration::EndFrame(const CNode* pNode)
 {
-    m_Norvane.m_Notes.EndPou(pNode->pPou);
+    m_Norvane.m_Notes.EndPou(pNode->GetPou());
     m_Norvane.EndPouScope();
 }
 

@@ -122,7 +122,7 @@ void CCodeGeneration::GenerateStringAssignment(const CNode* pTarget, const CNode
     const std::int64_t step = pTarget->pType ? pTarget->pType->GetPlacingAlign() : 1;
     std::int64_t offsetBytes = pVariable->m_Offset;
     bool isFirst = true;
-    for (const char byte : pLiteral->szString) {
+    for (const char byte : pLiteral->GetString()) {
         if (!isFirst) text.Append('\n');   // the last line is left open
         isFirst = false;
         text.Append("\tPUSH ", static_cast<signed char>(byte), " ;", byte, '\n');

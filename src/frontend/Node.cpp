@@ -6,6 +6,7 @@
 #include "model/InitValue.h"
 
 #include <algorithm>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -19,10 +20,15 @@ void CNodeList::reserve(std::size_t capacity)
     m_Capacity = static_cast<std::uint32_t>(capacity);
 }
 
-CNode* CNode::Child(int i) const
+NodeExtras& CNode::MakeExtras()
 {
-    if (i < 0 || i >= GetChildCount()) InternalFault("a syntax tree node has no child of that number");
-    return m_Children[static_cast<std::size_t>(i)];
+    if (!m_pExtras) m_pExtras = new (m_Children.GetArena().Allocate(sizeof(NodeExtras))) NodeExtras;
+    return *m_pExtras;
+}
+
+void CNode::FailWithoutChild()
+{
+    InternalFault("a syntax tree node has no child of that number");
 }
 
 bool CNode::ComparesTruths() const
@@ -80,8 +86,8 @@ static void AppendNameAttributes(const CNode& node, std::string& text)
 {
     if (!node.pName) return;
     AppendAttribute(text, "name", node.GetName());
-    if (node.pInit) AppendAttribute(text, "value", node.pInit->GetText(true));
-    if (node.pDirect) AppendAttribute(text, "direct", node.pDirect->GetText());
+    if (node.GetInit()) AppendAttribute(text, "value", node.GetInit()->GetText(true));
+    if (node.GetDirect()) AppendAttribute(text, "direct", node.GetDirect()->GetText());
 }
 
 static void AppendAttributes(const CNode& node, std::string& text)
@@ -90,9 +96,9 @@ static void AppendAttributes(const CNode& node, std::string& text)
     case IMM_INTEGER:
         AppendAttribute(text, "value", FormatText("%lld", static_cast<long long>(node.nValue)));
         break;
-    case IMM_REAL: AppendAttribute(text, "value", FormatReal(node.dValue)); break;
+    case IMM_REAL: AppendAttribute(text, "value", FormatReal(node.GetReal())); break;
     case IDENTIFIER: AppendNameAttributes(node, text); break;
-    case STR_DIR: AppendAttribute(text, "value", node.szString); break;
+    case STR_DIR: AppendAttribute(text, "value", node.GetString()); break;
     case LIST_ID: AppendNameAttributes(node, text); break;
     case RETURN_TYPE: AppendNameAttributes(node, text); break;
     case FUNCTION_CALL: AppendAttribute(text, "name", node.GetName()); break;

@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <string_view>
 
-class CArrayIndex;
 class CCastFunction;
 class CInitValue;
 class CMember;
@@ -37,6 +36,7 @@ public:
     void truncate(std::size_t count) { m_Count = static_cast<std::uint32_t>(count); }   // to no more than there are
 
     std::size_t size() const { return m_Count; }
+    CNodeArena& GetArena() const { return *m_pArena; }
     CNode*& operator[](std::size_t i) { return m_pNodes[i]; }
     CNode* operator[](std::size_t i) const { return m_pNodes[i]; }
     CNode* const* begin() const { return m_pNodes; }
@@ -47,6 +47,18 @@ private:
     std::uint32_t m_Count = 0;
     std::uint32_t m_Capacity = 0;
     CNodeArena* m_pArena;
+};
+
+// What few nodes have, apart from the node so that the others stay small.
+struct NodeExtras
+{
+    CPou* pPou = nullptr;
+    CCastFunction* pCast = nullptr;
+    CMember* pMember = nullptr;
+    const CInitValue* pInit = nullptr;
+    const CName* pDirect = nullptr;
+    std::string_view szString;
+    double dValue = 0;
 };
 
 // A node of the syntax tree. Its kind is a token number; what its children mean follows from the kind.
@@ -66,7 +78,11 @@ public:
     void AddChild(CNode* pNode) { m_Children.push_back(pNode); }
     int GetChildCount() const { return static_cast<int>(m_Children.size()); }
     // The i-th child; an internal fault where there is none.
-    CNode* Child(int i) const;
+    CNode* Child(int i) const
+    {
+        if (i < 0 || i >= GetChildCount()) FailWithoutChild();
+        return m_Children[static_cast<std::size_t>(i)];
+    }
     CVariable* GetVariable() const { return pVariable; }   // null if the node names none
     std::string_view GetName() const { return pName ? pName->GetText() : std::string_view(); }   // empty: none
     bool IsLiteral() const { return nKind == IMM_INTEGER || nKind == IMM_REAL || nKind == TRUE || nKind == FALSE; }
@@ -84,26 +100,46 @@ public:
     bool IsIdentifier() const { return nKind == IDENTIFIER; }
     // A use of a variable: a plain name or a path that starts at one.
     bool IsVariableAccess() const { return nKind == IDENTIFIER || nKind == DOT || nKind == ARRAY_ELEMENT; }
+    // What else the node resolved to; not owned, null: nothing.
+    CPou* GetPou() const { return GetExtras().pPou; }                    // FUNCTION_CALL and POU nodes
+    CCastFunction* GetCast() const { return GetExtras().pCast; }         // CAST_FUNCTION_CALL
+    CMember* GetMember() const { return GetExtras().pMember; }           // the name in a parameter of a function block call
+    // Value of a SIMPLIFIED node, or what else is attached; the arena's or null.
+    const CInitValue* GetInit() const { return GetExtras().pInit; }
+    const CName* GetDirect() const { return GetExtras().pDirect; }       // address of a declared variable without "%"
+    std::string_view GetString() const { return GetExtras().szString; }  // of a string literal, in the arena
+    double GetReal() const { return GetExtras().dValue; }                // of an IMM_REAL; 0 for any other node
+    void SetPou(CPou* pPou) { MakeExtras().pPou = pPou; }
+    void SetCast(CCastFunction* pCast) { MakeExtras().pCast = pCast; }
+    void SetMember(CMember* pMember) { MakeExtras().pMember = pMember; }
+    void SetInit(const CInitValue* pInit)
+    {
+        if (m_pExtras || pInit) MakeExtras().pInit = pInit;
+    }
+    void SetDirect(const CName* pDirect) { MakeExtras().pDirect = pDirect; }
+    void SetString(std::string_view text) { MakeExtras().szString = text; }
+    void SetReal(double value) { MakeExtras().dValue = value; }
     // Writes one element per node, depth first, without recursion.
     void WriteXml(OutputTextFile& file) const;
 
-    CArrayIndex* pArrayIndex = nullptr;      // not owned: index ranges that apply at this point of an array access
     int nKind;
     bool bThroughInOut = false;              // the path goes through an in-out member of a function block
     bool bFractionLost = false;              // an IMM_INTEGER that folding made of a number with a fraction
     bool bUnreachableWarned = false;         // of a list: the one warning about statements behind RETURN or EXIT is out
     const CName* pName = nullptr;            // of NEW_ID, IDENTIFIER, RETURN_TYPE, LIST_ID and calls; null: none
-    const CName* pDirect = nullptr;          // address text of a declared variable without "%"; null: none
-    std::string_view szString;               // text of a string literal, in the arena
-    const CInitValue* pInit = nullptr;       // value of a SIMPLIFIED node, or what else is attached; the arena's or null
     std::int64_t nValue = 0;                 // of an IMM_INTEGER; 1 marks a FUNCTION_CALL as a statement
-    double dValue = 0;                       // of an IMM_REAL
     CType* pType = nullptr;                  // type of the expression, not owned; null: untyped
-    // What the node resolved to, not owned; at most one of them is set, by the kind of the node.
-    CVariable* pVariable = nullptr;          // uses, paths, declared names, function block calls, RETURN_TYPE
-    CPou* pPou = nullptr;                    // FUNCTION_CALL and POU nodes
-    CCastFunction* pCast = nullptr;          // CAST_FUNCTION_CALL
-    CMember* pMember = nullptr;              // the name in a parameter of a function block call
+    // What uses, paths, declared names, function block calls and RETURN_TYPE resolved to; not owned.
+    CVariable* pVariable = nullptr;
     SourceLocation location;
     CNodeList m_Children;
+
+private:
+    const NodeExtras& GetExtras() const { return m_pExtras ? *m_pExtras : g_NoExtras; }
+    NodeExtras& MakeExtras();
+
+    [[noreturn]] static void FailWithoutChild();
+
+    static constexpr NodeExtras g_NoExtras{};
+    NodeExtras* m_pExtras = nullptr;         // in the arena; null: none of them is set
 };

@@ -46,81 +46,6 @@ std::string CType::GetInitText() const
     return m_InitValue ? m_InitValue->GetBracketedText() : "NULL";
 }
 
-CType* CType::GetBaseType()
-{
-    return m_Base;
-}
-
-const CType* CType::GetBaseType() const
-{
-    return m_Base;
-}
-
-bool CType::IsBool() const
-{
-    return m_Base->m_Group == Group::Bool;
-}
-
-bool CType::IsSigned() const
-{
-    return m_Base->m_Group == Group::Signed;
-}
-
-bool CType::IsUnsigned() const
-{
-    return m_Base->m_Group == Group::Unsigned;
-}
-
-bool CType::IsInteger() const
-{
-    return IsSigned() || IsUnsigned();
-}
-
-bool CType::IsReal() const
-{
-    return m_Base->m_Group == Group::Real;
-}
-
-bool CType::IsNumeric() const
-{
-    return IsSigned() || IsReal() || IsUnsigned();
-}
-
-bool CType::IsBitString() const
-{
-    return m_Base->m_Group == Group::BitString;
-}
-
-bool CType::IsString() const
-{
-    return m_Base->m_Class == Class::String;
-}
-
-bool CType::IsAny() const
-{
-    return m_Base->m_Class == Class::Any;
-}
-
-bool CType::IsArray() const
-{
-    return m_Base->m_Class == Class::Array || IsArrayUser();
-}
-
-bool CType::IsArrayUser() const
-{
-    return m_Base->m_Class == Class::ArrayUser;
-}
-
-bool CType::IsStruct() const
-{
-    return m_Base->m_Class == Class::Struct || IsStructFB();
-}
-
-bool CType::IsStructFB() const
-{
-    return m_Base->m_Class == Class::StructFB;
-}
-
 CTypeAny* CType::AsAny()
 {
     return IsAny() ? static_cast<CTypeAny*>(m_Base) : nullptr;
@@ -144,15 +69,4 @@ CTypeStruct* CType::AsStruct()
 CTypeStructFB* CType::AsStructFB()
 {
     return IsStructFB() ? static_cast<CTypeStructFB*>(m_Base) : nullptr;
-}
-
-bool IsSameType(const CType* pFirst, const CType* pSecond)
-{
-    if (!pFirst || !pSecond) return pFirst == pSecond;
-    return pFirst->GetBaseType() == pSecond->GetBaseType();
-}
-
-bool IsAggregate(const CType* pType)
-{
-    return pType && pType->IsAggregate();
 }

@@ -28,24 +28,24 @@ public:
 
     virtual std::string GetInitText() const;       // of the default value, "NULL" if there is none
 
-    CType* GetBaseType();                          // the type behind all aliases, this one if it is none
-    const CType* GetBaseType() const;
+    CType* GetBaseType() { return m_Base; }   // the type behind all aliases, this one if it is none
+    const CType* GetBaseType() const { return m_Base; }
 
     // All tests but the last two look at the base type.
     bool IsError() const { return m_Base->m_IsError; }   // the error type, and arrays of it on any level
-    bool IsBool() const;
-    bool IsSigned() const;
-    bool IsUnsigned() const;
-    bool IsInteger() const;
-    bool IsReal() const;
-    bool IsNumeric() const;                        // signed, unsigned or real
-    bool IsBitString() const;                      // BYTE to LWORD; not BOOL
-    bool IsString() const;
-    bool IsAny() const;
-    bool IsArray() const;
-    bool IsArrayUser() const;
-    bool IsStruct() const;                         // function block structures too
-    bool IsStructFB() const;
+    bool IsBool() const { return m_Base->m_Group == Group::Bool; }
+    bool IsSigned() const { return m_Base->m_Group == Group::Signed; }
+    bool IsUnsigned() const { return m_Base->m_Group == Group::Unsigned; }
+    bool IsInteger() const { return IsSigned() || IsUnsigned(); }
+    bool IsReal() const { return m_Base->m_Group == Group::Real; }
+    bool IsNumeric() const { return IsSigned() || IsReal() || IsUnsigned(); }   // signed, unsigned or real
+    bool IsBitString() const { return m_Base->m_Group == Group::BitString; }   // BYTE to LWORD; not BOOL
+    bool IsString() const { return m_Base->m_Class == Class::String; }
+    bool IsAny() const { return m_Base->m_Class == Class::Any; }
+    bool IsArray() const { return m_Base->m_Class == Class::Array || IsArrayUser(); }
+    bool IsArrayUser() const { return m_Base->m_Class == Class::ArrayUser; }
+    bool IsStruct() const { return m_Base->m_Class == Class::Struct || IsStructFB(); }   // function block structures too
+    bool IsStructFB() const { return m_Base->m_Class == Class::StructFB; }
     bool IsAggregate() const { return IsArray() || IsStruct(); }
     bool IsNotAlias() const { return !m_IsAlias; }
     bool IsElementary() const { return m_IsElementary; }
@@ -90,7 +90,14 @@ private:
 };
 
 // Whether both stand for one type once aliases are resolved. A type that isn't known (null) equals only another.
-bool IsSameType(const CType* pFirst, const CType* pSecond);
+inline bool IsSameType(const CType* pFirst, const CType* pSecond)
+{
+    if (!pFirst || !pSecond) return pFirst == pSecond;
+    return pFirst->GetBaseType() == pSecond->GetBaseType();
+}
 
 // Whether the type is an array or a structure; an unknown one (null) is neither.
-bool IsAggregate(const CType* pType);
+inline bool IsAggregate(const CType* pType)
+{
+    return pType && pType->IsAggregate();
+}

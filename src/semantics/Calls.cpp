@@ -63,7 +63,7 @@ CNode* CNorvane::MakeFunctionCall(const CName& name, const SourceLocation& locat
 
     pNode->nKind = FUNCTION_CALL;
     pNode->pType = pFunction->m_ReturnType;
-    pNode->pPou = pFunction;
+    pNode->SetPou(pFunction);
     if (!bInExpression) {
         pNode->nValue = 1;   // a statement: its result is dropped
     } else if (!pFunction->m_ReturnType) {
@@ -107,7 +107,7 @@ static void CheckTypedActual(CNorvane& norvane, const CNode* pActual, const CFun
 
 void CNorvane::CheckFunctionCall(CNode* pNode)
 {
-    const CFunction* pFunction = pNode->pPou ? pNode->pPou->AsFunction() : nullptr;
+    const CFunction* pFunction = pNode->GetPou() ? pNode->GetPou()->AsFunction() : nullptr;
     if (!pFunction) return;
     const CNode* pList = pNode->GetChildCount() > 0 ? pNode->Child(0) : nullptr;
     const std::size_t count = pList ? pList->m_Children.size() : 0;
@@ -224,7 +224,7 @@ static void CheckFbParameters(CNorvane& norvane, const CNode* pList, const CType
             norvane.m_Errors.ErrNotMember(pName->GetName(), &type, pName->location);
             continue;
         }
-        pName->pMember = pMember;
+        pName->SetMember(pMember);
         if (isAssigned[static_cast<std::size_t>(position)]) {
             norvane.m_Errors.ErrMemberAssigned(pName->GetName(), pName->location);
             continue;

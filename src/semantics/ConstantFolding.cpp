@@ -33,7 +33,7 @@ static bool IsSimplifiable(const CNodeList& operands)
 static void BecomeSimplified(CNorvane& norvane, CNode* pNode, ValuePointer pValue)
 {
     pNode->pType = IsComparison(pNode->nKind) ? norvane.m_DataTypes.m_BoolType : pNode->Child(0)->pType;
-    pNode->pInit = norvane.m_Nodes.KeepValue(std::move(pValue));
+    pNode->SetInit(norvane.m_Nodes.KeepValue(std::move(pValue)));
     pNode->nKind = SIMPLIFIED;
     norvane.CollapseNode(pNode);
 }
@@ -66,7 +66,7 @@ static ValueClass ClassOf(const CType* pType)
 static bool ReadInteger(CNorvane& norvane, CNode* pOperand, std::int64_t& value)
 {
     if (!IsVariableLike(pOperand)) {
-        value = pOperand->nKind == IMM_REAL ? TruncateToInt64(pOperand->dValue) : pOperand->nValue;
+        value = pOperand->nKind == IMM_REAL ? TruncateToInt64(pOperand->GetReal()) : pOperand->nValue;
         return true;
     }
     const ValuePointer pValue = norvane.ValueOf(pOperand, pOperand->pType);
@@ -78,7 +78,7 @@ static bool ReadInteger(CNorvane& norvane, CNode* pOperand, std::int64_t& value)
 static bool ReadReal(CNorvane& norvane, CNode* pOperand, double& value)
 {
     if (!IsVariableLike(pOperand)) {
-        value = pOperand->nKind == IMM_REAL ? pOperand->dValue : static_cast<double>(pOperand->nValue);
+        value = pOperand->nKind == IMM_REAL ? pOperand->GetReal() : static_cast<double>(pOperand->nValue);
         return true;
     }
     const ValuePointer pValue = norvane.ValueOf(pOperand, pOperand->pType);
@@ -173,7 +173,7 @@ static void FoldThreeOperands(CNorvane& norvane, CNode* pNode)
 static bool IsZeroLiteral(const CNode* pNode)
 {
     if (pNode->nKind == IMM_INTEGER) return pNode->nValue == 0;
-    return pNode->nKind == IMM_REAL && pNode->dValue == 0.0;
+    return pNode->nKind == IMM_REAL && pNode->GetReal() == 0.0;
 }
 
 // A remainder by zero is a fault only of integers: reals know no MOD and add instead.

@@ -97,7 +97,7 @@ CNode* CNorvane::MakeDeclaredIdentifier(const CName& name, const SourceLocation&
 
 void CNorvane::SetDirectAddress(CNode* pList, const CName& address)
 {
-    for (CNode* pName : pList->m_Children) pName->pDirect = &address;
+    for (CNode* pName : pList->m_Children) pName->SetDirect(&address);
 }
 
 // ---- The central declarator.
@@ -174,10 +174,10 @@ void CNorvane::AddVariable(CNode* pName, CType*& pType, const CInitValue* pInit)
     pName->pType = pVariable->m_Type;
     pName->pVariable = pVariable.get();
 
-    if (pName->pDirect) PlaceAtAddress(*pVariable, pName);
+    if (pName->GetDirect()) PlaceAtAddress(*pVariable, pName);
     if (pInit && JoinsParameters()) WarnInitialisedParameter(pName->location);
     pVariable->m_InitValue = CloneOrNull(pValue);
-    pName->pInit = m_Nodes.KeepValue(CloneOrNull(pValue));
+    pName->SetInit(m_Nodes.KeepValue(CloneOrNull(pValue)));
     if (m_VarBlockFlags & InVarExternal) NoteExternal(*pVariable);
     EnterVariable(std::move(pVariable));
 }
@@ -226,7 +226,7 @@ std::unique_ptr<CVariable> CNorvane::MakeBlockVariable(CType*& pType, const CIni
 void CNorvane::PlaceAtAddress(CVariable& variable, const CNode* pName)
 {
     if (variable.IsHeldByPointer()) m_Errors.ErrDirectAsFormal(pName->location);
-    variable.m_DirectAddress = pName->pDirect->GetText();
+    variable.m_DirectAddress = pName->GetDirect()->GetText();
     m_Memory.SetDirectAddress(&variable, pName->location, /*checkAlignment=*/true);
     // Inside the block a variable is a member of the instance, which lies somewhere else.
     if (m_PouKind == FUNCTION_BLOCK) m_Notes.Add(Note::AddressIgnored, pName->location, variable.m_Name);

@@ -109,9 +109,9 @@ int CNorvane::EvalConstIndex(const CNode* pNode, std::int32_t& value)
     case IMM_REAL:
         break;
     case SIMPLIFIED:
-        isInteger = GetIntegerValue(pNode->pInit, number);
-        if (!pNode->pInit || !pNode->pInit->IsBool()) break;
-        number = pNode->pInit->GetBool() ? 1 : 0;   // what a comparison of variables has come to
+        isInteger = GetIntegerValue(pNode->GetInit(), number);
+        if (!pNode->GetInit() || !pNode->GetInit()->IsBool()) break;
+        number = pNode->GetInit()->GetBool() ? 1 : 0;   // what a comparison of variables has come to
         isInteger = true;
         break;
     case IDENTIFIER:

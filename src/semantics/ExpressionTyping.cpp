@@ -520,7 +520,7 @@ static void CheckCastLiteral(CNorvane& norvane, CType* pFrom, CNode* pArgument)
 CNode* CNorvane::MakeCast(CCastFunction* pFunction, const SourceLocation& location, CNode* pArgument)
 {
     CNode* pNode = m_Nodes.MakeNode(CAST_FUNCTION_CALL, location);
-    pNode->pCast = pFunction;
+    pNode->SetCast(pFunction);
     pNode->pType = pFunction->m_To;
     pNode->AddChild(pArgument);
     if (m_VarBlockFlags & InAnyVarBlock) {

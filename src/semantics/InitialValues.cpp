@@ -34,7 +34,7 @@ std::unique_ptr<CInitValue> CNorvane::BuildInitScalar(CType* pType, CNode* pNode
     if (pType->IsSigned()) return std::make_unique<CInitValue>(pNode->nValue);
     if (pType->IsReal()) {
         const bool isInteger = pNode->nKind == IMM_INTEGER;
-        return std::make_unique<CInitValue>(isInteger ? static_cast<double>(pNode->nValue) : pNode->dValue);
+        return std::make_unique<CInitValue>(isInteger ? static_cast<double>(pNode->nValue) : pNode->GetReal());
     }
     if (pType->IsBool()) return std::make_unique<CInitValue>(GetBoolOf(pNode));
     // Kept (code): the low 32 bits, also where the type has 64.
@@ -45,7 +45,7 @@ std::unique_ptr<CInitValue> CNorvane::ValueOf(CNode* pNode, CType* pType)
 {
     switch (pNode->nKind) {
     case IDENTIFIER: return pNode->pVariable ? CloneOrNull(GetKnownValue(*pNode->pVariable)) : nullptr;
-    case SIMPLIFIED: return CloneOrNull(pNode->pInit);
+    case SIMPLIFIED: return CloneOrNull(pNode->GetInit());
     case DOT:
     case ARRAY_ELEMENT: return GetElementInitValue(pNode);
     default: return pNode->IsLiteral() ? BuildInitScalar(pType, pNode) : nullptr;
@@ -62,7 +62,7 @@ bool CNorvane::BuildInitElement(CType* pType, CNode* pNode, std::unique_ptr<CIni
     default: break;
     }
     if (!pNode->IsLiteral() && !pNode->IsVariableAccess() && pNode->nKind != SIMPLIFIED) return false;
-    if (pNode->nKind == SIMPLIFIED) NoteValueRange(m_Notes, pType, pNode->pInit, pNode);
+    if (pNode->nKind == SIMPLIFIED) NoteValueRange(m_Notes, pType, pNode->GetInit(), pNode);
     pInit = ValueOf(pNode, pType);
     return true;
 }

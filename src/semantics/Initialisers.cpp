@@ -38,7 +38,7 @@ bool CNorvane::GetRepeatCount(const CNode* pNode, std::int64_t& value)
     case IDENTIFIER:
         if (!pVariable || !pVariable->m_Type || !pVariable->m_Type->IsSigned()) return false;
         return GetIntegerValue(GetKnownValue(*pVariable), value);
-    case SIMPLIFIED: return GetIntegerValue(pNode->pInit, value);
+    case SIMPLIFIED: return GetIntegerValue(pNode->GetInit(), value);
     case DOT:
     case ARRAY_ELEMENT: return GetIntegerValue(GetElementInitValue(pNode).get(), value);
     default: return false;
@@ -183,7 +183,7 @@ std::unique_ptr<CInitValue> CNorvane::MakeVariableValue(CNode* pList, CType* pTy
     case SIMPLIFIED:
         // The expression has lost its operands, so the message stands at the names.
         if (!CheckInitType(pType, pValue, pList->location)) return nullptr;
-        NoteValueRange(m_Notes, pType, pValue->pInit, pValue);
+        NoteValueRange(m_Notes, pType, pValue->GetInit(), pValue);
         return ValueOf(pValue, pType);
     case IDENTIFIER:
         if (!CheckInitType(pType, pValue, pList->location) || !pValue->pVariable) return nullptr;

@@ -37,7 +37,7 @@ static void BecomeInteger(CNorvane& norvane, CNode* pNode, std::int64_t value)
 static void BecomeReal(CNorvane& norvane, CNode* pNode, double value)
 {
     pNode->nKind = IMM_REAL;
-    pNode->dValue = value;
+    pNode->SetReal(value);
     norvane.CollapseNode(pNode);
 }
 
@@ -151,7 +151,7 @@ static void FoldReals(CNorvane& norvane, CNode* pNode, double a, double b)
 
 static double ToDouble(const CNode* pLiteral)
 {
-    return pLiteral->nKind == IMM_REAL ? pLiteral->dValue : static_cast<double>(pLiteral->nValue);
+    return pLiteral->nKind == IMM_REAL ? pLiteral->GetReal() : static_cast<double>(pLiteral->nValue);
 }
 
 // An integer literal for a real number. Whether its fraction is missed shows when the literal meets its type.
@@ -194,7 +194,7 @@ static void FoldTwoNumbers(CNorvane& norvane, CNode* pNode)
         return;
     }
     if (pLeft->nKind == IMM_INTEGER) FoldIntegers(norvane, pNode, pLeft->nValue, pRight->nValue);
-    else FoldReals(norvane, pNode, pLeft->dValue, pRight->dValue);
+    else FoldReals(norvane, pNode, pLeft->GetReal(), pRight->GetReal());
 }
 
 // ---- One literal.
@@ -236,7 +236,7 @@ static void FoldOneLiteral(CNorvane& norvane, CNode* pNode)
     const CNode* pOperand = pNode->Child(0);
     switch (pOperand->nKind) {
     case IMM_INTEGER: FoldInteger(norvane, pNode, pOperand->nValue); break;
-    case IMM_REAL: FoldReal(norvane, pNode, pOperand->dValue); break;
+    case IMM_REAL: FoldReal(norvane, pNode, pOperand->GetReal()); break;
     case TRUE:
     case FALSE:
         if (pNode->nKind == NOT) RefuseNotOfBoolean(norvane, pNode);
@@ -312,9 +312,9 @@ static void FoldThreeIntegers(CNorvane& norvane, CNode* pNode)
 
 static void FoldThreeReals(CNorvane& norvane, CNode* pNode)
 {
-    const double a = pNode->Child(0)->dValue;
-    const double b = pNode->Child(1)->dValue;
-    const double c = pNode->Child(2)->dValue;
+    const double a = pNode->Child(0)->GetReal();
+    const double b = pNode->Child(1)->GetReal();
+    const double c = pNode->Child(2)->GetReal();
     if (pNode->nKind == LIMIT) {
         BecomeReal(norvane, pNode, std::min(c, std::max(a, b)));
         return;
@@ -363,13 +363,15 @@ static bool AreElementsComparable(const CNode* pList)
 
 static void MergeLiteral(int op, CNode* pFirst, const CNode* pOther)
 {
-    if (op == MIN) {
-        pFirst->nValue = std::min(pFirst->nValue, pOther->nValue);
-        pFirst->dValue = std::min(pFirst->dValue, pOther->dValue);
+    if (pFirst->nKind == IMM_REAL) {
+        const double a = pFirst->GetReal();
+        const double b = pOther->GetReal();
+        pFirst->SetReal(op == MIN ? std::min(a, b) : std::max(a, b));
         return;
     }
-    pFirst->nValue = std::max(pFirst->nValue, pOther->nValue);
-    pFirst->dValue = std::max(pFirst->dValue, pOther->dValue);
+    const std::int64_t a = pFirst->nValue;
+    const std::int64_t b = pOther->nValue;
+    pFirst->nValue = op == MIN ? std::min(a, b) : std::max(a, b);
 }
 
 // The first literal takes in all others. What stays moves up in one pass: lists can be long.
@@ -407,7 +409,7 @@ void CNorvane::FoldMinMax(CNode* pNode)
     const CNode* pResult = pList->Child(0);
     pNode->nKind = pResult->nKind;
     pNode->nValue = pResult->nValue;
-    pNode->dValue = pResult->dValue;
+    if (pResult->nKind == IMM_REAL) pNode->SetReal(pResult->GetReal());
     CollapseNode(pNode);
 }
 

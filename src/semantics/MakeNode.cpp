@@ -61,7 +61,7 @@ CNode* CNorvane::MakeInteger(std::int64_t value, const SourceLocation& location)
 CNode* CNorvane::MakeReal(double value, const SourceLocation& location)
 {
     CNode* pNode = m_Nodes.MakeNode(IMM_REAL, location);
-    pNode->dValue = value;
+    pNode->SetReal(value);
     return pNode;
 }
 
@@ -77,7 +77,7 @@ CNode* CNorvane::MakeString(CStringLiteral* pLiteral, const SourceLocation& loca
     where.nLastColumn = location.nFirstColumn;
 
     CNode* pNode = m_Nodes.MakeNode(STR_DIR, where);
-    pNode->szString = m_Nodes.KeepText(owned->GetText());
+    pNode->SetString(m_Nodes.KeepText(owned->GetText()));
     pNode->pType = m_DataTypes.m_StringType;
     return pNode;
 }
@@ -91,7 +91,7 @@ static void SubstituteConstant(CNode* pNode, const CVariable& variable, const CT
 
     if (pType && pType->IsReal()) {
         pNode->nKind = IMM_REAL;
-        pNode->dValue = pValue->GetDouble();
+        pNode->SetReal(pValue->GetDouble());
         return;
     }
     if (pType && pType->IsBool()) {
@@ -118,8 +118,6 @@ CNode* CNorvane::MakeVariable(const CName& name, const SourceLocation& location)
     pVariable->m_IsUsed = true;
     pNode->pVariable = pVariable;
     pNode->pType = pType;
-    if (!pType || !pType->IsArray()) return pNode;
-    if (const CArrayOfArrayIndex* pIndex = pVariable->GetIndex()) pNode->pArrayIndex = pIndex->GetFirst();
     return pNode;
 }
 

@@ -62,7 +62,7 @@ static bool HoldsReal(const CType* pType, double value)
 void NoteLiteralRange(CNotes& notes, const CType* pType, const CNode* pLiteral)
 {
     if (!pType || pType->IsError() || !pLiteral->IsNumericLiteral()) return;
-    const bool isHeld = pLiteral->nKind == IMM_REAL ? HoldsReal(pType, pLiteral->dValue)
+    const bool isHeld = pLiteral->nKind == IMM_REAL ? HoldsReal(pType, pLiteral->GetReal())
                                                     : HoldsNumber(pType, pLiteral->nValue);
     if (!isHeld) notes.Add(Note::NumberBeyondType, pLiteral->location, pType->m_Name);
 }
@@ -92,7 +92,7 @@ void NoteValueRange(CNotes& notes, const CType* pType, const CInitValue* pValue,
 
 void NoteComparedValueRange(CNotes& notes, const CNode* pExpression)
 {
-    const CInitValue* pValue = pExpression->pInit;
+    const CInitValue* pValue = pExpression->GetInit();
     const CType* pType = pExpression->pType;
     if (!pType || !pValue || !pValue->IsInteger()) return;
     const std::int64_t value = pValue->IsUnsigned() ? std::int64_t{pValue->GetUnsigned()} : pValue->GetInt64();

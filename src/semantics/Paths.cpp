@@ -107,13 +107,13 @@ int CNorvane::EvalIntegerExpression(CNode* pNode, std::int32_t& value)
     if (!HasConstantOperands(pNode)) return -1;
     FoldConstants(pNode);
     if (IsPoison(pNode)) return -1;   // the fold has said why
-    if (!pNode->pInit || !pNode->pInit->IsInteger()) {
+    if (!pNode->GetInit() || !pNode->GetInit()->IsInteger()) {
         m_Errors.ErrNeedsInteger(pNode->location);
         return -1;
     }
-    pNode->nValue = IntegerOf(*pNode->pInit);
+    pNode->nValue = IntegerOf(*pNode->GetInit());
     pNode->nKind = IMM_INTEGER;
-    pNode->pInit = nullptr;
+    pNode->SetInit(nullptr);
     NoteBeyond32Bits(m_Notes, pNode->nValue, pNode);
     value = LowBits(pNode->nValue);
     return 1;
@@ -187,7 +187,6 @@ static bool ResolveSubscripts(CNorvane& norvane, CNode* pPath, const CNode* pLis
     }
     CArrayIndex* pIndex = cursor.pIndex->GetLevel(cursor.level);
     if (pIndex) CheckSubscripts(norvane, pList, *pIndex);
-    pPath->pArrayIndex = pIndex;
     cursor.pType = pArray->m_Element;
     ++cursor.level;
     return true;

@@ -75,7 +75,7 @@ void CNorvane::AddFunction(CNode* pNode)
     if (usesAny == -1) return;
     CFunction* pDeclared = pFunction.get();
     if (usesAny == 1) {
-        pNode->pPou = pDeclared;
+        pNode->SetPou(pDeclared);
         pDeclared->m_Used = true;   // its code stays in the output, since the table doesn't have it; so do its notes
         m_AnyFunctions.push_back(std::move(pFunction));   // no call finds it, but its tree refers to it
         return;
@@ -85,7 +85,7 @@ void CNorvane::AddFunction(CNode* pNode)
     if (!isTaken || pDeclared->m_IsHidden)
         m_Notes.AddOutsidePou(Note::UnreachableForm, pNode->location, pNode->Child(0)->GetName());
     if (!isTaken) return;
-    pNode->pPou = pDeclared;
+    pNode->SetPou(pDeclared);
     if (pReturnType && pReturnType->pType && pReturnType->pType->IsAggregate())
         m_Errors.ErrReturnsStruct(pReturnType->location);
 }
@@ -131,7 +131,7 @@ void CNorvane::AddFunctionBlock(CNode* pNode)
     TakeParameters(*pBlock);
     CFunctionBlock* pDeclared = pBlock.get();
     if (m_Pous.AddPou(std::move(pBlock)) != 1) return;
-    pNode->pPou = pDeclared;
+    pNode->SetPou(pDeclared);
 
     auto pType = std::make_unique<CTypeStructFB>(pDeclared->m_Name);
     for (const std::unique_ptr<CVariable>& pVariable : pDeclared->m_Parameters)
@@ -147,7 +147,7 @@ void CNorvane::AddProgram(CNode* pNode)
 {
     auto pProgram = std::make_unique<CProgram>(std::string(pNode->Child(0)->GetName()), pNode->location);
     CProgram* pDeclared = pProgram.get();
-    if (m_Pous.AddPou(std::move(pProgram)) == 1) pNode->pPou = pDeclared;
+    if (m_Pous.AddPou(std::move(pProgram)) == 1) pNode->SetPou(pDeclared);
 }
 
 // The mark by which a program knows that its initial values have been written.

@@ -26,7 +26,7 @@ static std::int64_t ReadLength(const CNode* pLength, CErrorHandler& errors)
     if (pLength->nKind == ERROR_) return g_NoLength;
     if (pLength->nKind == IMM_REAL) {
         errors.ErrStringDimension(pLength->location);
-        return TruncateToInt64(pLength->dValue);   // Kept (messages): reported, and used all the same.
+        return TruncateToInt64(pLength->GetReal());   // Kept (messages): reported, and used all the same.
     }
     const bool isVariable = pLength->IsIdentifier() && pLength->pVariable;
     const CInitValue* pValue = isVariable ? GetKnownValue(*pLength->pVariable) : nullptr;

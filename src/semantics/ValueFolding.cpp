@@ -214,7 +214,7 @@ static ValuePointer FoldWidened(CNorvane& norvane, std::int64_t a, std::int64_t 
 
 static double GetReal(const CNode& literal)
 {
-    return literal.nKind == IMM_INTEGER ? static_cast<double>(literal.nValue) : literal.dValue;
+    return literal.nKind == IMM_INTEGER ? static_cast<double>(literal.nValue) : literal.GetReal();
 }
 
 static bool GetTruth(const CNode& literal)
@@ -252,7 +252,7 @@ static void NotePower(CNotes& notes, const CInitValue& left, const CInitValue& r
 
 static CInitValue ValueOfLiteral(const CNode& literal)
 {
-    return literal.nKind == IMM_REAL ? CInitValue(literal.dValue) : CInitValue(literal.nValue);
+    return literal.nKind == IMM_REAL ? CInitValue(literal.GetReal()) : CInitValue(literal.nValue);
 }
 
 // ---- The family.

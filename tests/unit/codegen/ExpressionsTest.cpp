@@ -62,12 +62,12 @@ TEST_F(ExpressionsTest, AStringLiteralPushesItsBytes)
 {
     CNorvane norvane;
     CNode* pString = MakeLeaf(STR_DIR);
-    pString->szString = "A;\xE9";
+    pString->SetString("A;\xE9");
     TextBuffer text;
     norvane.m_Code.GenerateNode(pString, text);
     EXPECT_EQ(text.View(), "\tPUSH65 ;A\n\tPUSH59 ;;\n\tPUSH-23 ;\xE9\n\n");
 
-    pString->szString = {};
+    pString->SetString({});
     text.Clear();
     norvane.m_Code.GenerateNode(pString, text);
     EXPECT_EQ(text.View(), "\n");
@@ -246,7 +246,7 @@ TEST_F(ExpressionsTest, AFalseLeftOfAndGeneratesNoRightSide)
     CFunction function("f", SourceLocation{});
     norvane.m_Code.m_CurrentPou = &caller;
     CNode* pCall = MakeLeaf(FUNCTION_CALL, pBool);
-    pCall->pPou = &function;
+    pCall->SetPou(&function);
 
     TextBuffer text;
     norvane.m_Code.GenerateNode(MakeTree(AND, {MakeLeaf(FALSE, pBool), pCall}, pBool), text);

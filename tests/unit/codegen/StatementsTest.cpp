@@ -161,13 +161,13 @@ TEST_F(HandMadeAssignment, StringLiteral)
     x.m_Type = norvane.m_DataTypes.m_StringType;
     ASSERT_EQ(x.m_Type->m_Align, 4);
     CNode* pLiteral = Leaf(STR_DIR);
-    pLiteral->szString = "A\xE9";
+    pLiteral->SetString("A\xE9");
     EXPECT_EQ(Assign(Use(x), pLiteral),
               "\tPUSH 65 ;A\n"
               "\tPOP(SINT)\t[local+12]\n"
               "\tPUSH -23 ;\xE9\n"
               "\tPOP(SINT)\t[local+16]\n");
-    pLiteral->szString = {};
+    pLiteral->SetString({});
     EXPECT_EQ(Assign(Use(x), pLiteral), "\n");
 }
 

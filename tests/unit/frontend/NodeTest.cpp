@@ -61,7 +61,7 @@ TEST_F(NodeTest, NewNodeIsEmpty)
     EXPECT_EQ(node.nValue, 0);
     EXPECT_EQ(node.pType, nullptr);
     EXPECT_EQ(node.GetVariable(), nullptr);
-    EXPECT_FALSE(node.pInit);
+    EXPECT_FALSE(node.GetInit());
     EXPECT_FALSE(node.bThroughInOut);
     EXPECT_STREQ(node.location.szFile, "a.st");
 }
@@ -135,10 +135,10 @@ TEST_F(NodeXmlTest, LiteralValues)
     integer.nValue = -9223372036854775807 - 1;
     EXPECT_EQ(DumpOf(integer), "<IMM_INTEGER value=\"-9223372036854775808\">\n</IMM_INTEGER>\n");
     CNode& real = Make(IMM_REAL);
-    real.dValue = 0.5;
+    real.SetReal(0.5);
     EXPECT_EQ(DumpOf(real), "<IMM_REAL value=\"0.500000\">\n</IMM_REAL>\n");
     CNode& string = Make(STR_DIR);
-    string.szString = "a<b&\"c\"";
+    string.SetString("a<b&\"c\"");
     EXPECT_EQ(DumpOf(string), "<STR_DIR value=\"a<b&\"c\"\">\n</STR_DIR>\n");
 }
 
@@ -147,9 +147,9 @@ TEST_F(NodeXmlTest, NamesValuesAndAddresses)
     CNode& name = Make(IDENTIFIER);
     name.pName = &m_Names.Intern("x");
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\">\n</IDENTIFIER>\n");
-    name.pDirect = &m_Names.Intern("MD4");
+    name.SetDirect(&m_Names.Intern("MD4"));
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" direct=\"MD4\">\n</IDENTIFIER>\n");
-    name.pInit = m_Nodes.KeepValue(std::make_unique<CInitValue>(std::int64_t{0}));
+    name.SetInit(m_Nodes.KeepValue(std::make_unique<CInitValue>(std::int64_t{0})));
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" value=\"0\" direct=\"MD4\">\n</IDENTIFIER>\n");
     // Without a name neither value nor address shows.
     name.pName = nullptr;
@@ -163,7 +163,7 @@ TEST_F(NodeXmlTest, ArrayValueHasNoBrackets)
     std::unique_ptr<CInitArray> pValues = std::make_unique<CInitArray>();
     pValues->Add(std::make_unique<CInitValue>(std::int64_t{1}), 1);
     pValues->Add(std::make_unique<CInitValue>(std::int64_t{0}), 3);
-    name.pInit = m_Nodes.KeepValue(std::move(pValues));
+    name.SetInit(m_Nodes.KeepValue(std::move(pValues)));
     EXPECT_EQ(DumpOf(name), "<IDENTIFIER name=\"x\" value=\"1 3(0) \">\n</IDENTIFIER>\n");
 }
 
@@ -172,7 +172,7 @@ TEST_F(NodeXmlTest, NamesOfOtherKinds)
     const auto dumpNamed = [this](int kind) {
         CNode& node = Make(kind);
         node.pName = &m_Names.Intern("n");
-        node.pInit = m_Nodes.KeepValue(std::make_unique<CInitValue>(std::int64_t{7}));
+        node.SetInit(m_Nodes.KeepValue(std::make_unique<CInitValue>(std::int64_t{7})));
         return DumpOf(node);
     };
     EXPECT_EQ(dumpNamed(LIST_ID), "<LIST_ID name=\"n\" value=\"7\">\n</LIST_ID>\n");

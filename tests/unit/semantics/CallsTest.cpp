@@ -168,7 +168,7 @@ TEST(FunctionCalls, StatementCallsAreMarked)
     EXPECT_EQ(pStatement->nKind, FUNCTION_CALL);
     EXPECT_EQ(pStatement->nValue, 1);
     EXPECT_EQ(pStatement->GetName(), "f");
-    EXPECT_EQ(pStatement->pPou, pExpected);
+    EXPECT_EQ(pStatement->GetPou(), pExpected);
     EXPECT_EQ(pStatement->pType, pExpected->m_ReturnType);
     EXPECT_EQ(pStatement->location.nFirstLine, 2);
     EXPECT_EQ(pStatement->location.nFirstColumn, 3);
@@ -376,7 +376,7 @@ TEST(FbCalls, TheNodeKnowsInstanceAndMembers)
     EXPECT_TRUE(pExpected->m_IsUsed);
     ASSERT_EQ(pCall->GetChildCount(), 1);
     EXPECT_EQ(pCall->Child(0), pList);
-    EXPECT_EQ(pName->pMember, pExpectedMember);
+    EXPECT_EQ(pName->GetMember(), pExpectedMember);
     EXPECT_EQ(pParameter->Child(1)->pType, pInt);
 }
 

@@ -307,7 +307,7 @@ TEST_F(DeclarationFixture, TheListCarriesTheTypesNameAndTheNamesTheirVariables)
     EXPECT_EQ(pList->GetName(), "Speed");
     EXPECT_EQ(pList->Child(0)->pType, norvane.m_DataTypes.FindType("INT"));
     EXPECT_EQ(pList->Child(0)->pVariable, norvane.m_LocalSymbols.Find("a"));
-    EXPECT_EQ(ValueText(pList->Child(0)->pInit), "0");
+    EXPECT_EQ(ValueText(pList->Child(0)->GetInit()), "0");
 }
 
 TEST_F(DeclarationFixture, NoTypeIsTheErrorType)
@@ -390,10 +390,10 @@ TEST_F(AnyFunction, OneAnyTypeKeepsTheFunctionOutOfTheTable)
 {
     CType* pInt = norvane.m_DataTypes.FindType("INT");
     CNode* pFunction = Declare({&any, pInt, &any}, &any);
-    ASSERT_TRUE(pFunction->pPou);
-    EXPECT_EQ(pFunction->pPou->m_ParameterCount, 3);
+    ASSERT_TRUE(pFunction->GetPou());
+    EXPECT_EQ(pFunction->GetPou()->m_ParameterCount, 3);
     EXPECT_EQ(norvane.m_Pous.FindPou("f"), nullptr);
-    EXPECT_TRUE(Declare({&any}, pInt)->pPou);
+    EXPECT_TRUE(Declare({&any}, pInt)->GetPou());
 }
 
 // Its code is left as it is when that of unused functions becomes a comment, so its notes are printed.
@@ -402,12 +402,12 @@ TEST_F(AnyFunction, NotesOfAFunctionOutsideOfTheTableCount)
     CType* pInt = norvane.m_DataTypes.FindType("INT");
     CNode* pListed = Declare({pInt}, pInt);
     norvane.m_Notes.Add(Note::ExitOfCase, At(1, 10));
-    norvane.m_Notes.EndPou(pListed->pPou);
+    norvane.m_Notes.EndPou(pListed->GetPou());
     EXPECT_EQ(norvane.m_Notes.GetPrintedLines({}), "") << "nothing uses it";
 
     CNode* pFunction = Declare({&any}, pInt);
     norvane.m_Notes.Add(Note::ExitOfCase, At(2, 3));
-    norvane.m_Notes.EndPou(pFunction->pPou);
+    norvane.m_Notes.EndPou(pFunction->GetPou());
     const std::string line = "(2,3) : note N24: EXIT leaves the CASE only, not the loop around it\n";
     EXPECT_TRUE(norvane.m_Notes.GetPrintedLines({}).ends_with(line));
 }
@@ -418,9 +418,9 @@ TEST_F(AnyFunction, MixedAnyTypesAreRefusedWithoutACountedError)
     const std::string line = "type ANY must be of the same type\n";
     CNode* pFunction = nullptr;
     EXPECT_EQ(Printed([&] { pFunction = Declare({&any, &other}, pInt); }), line);
-    EXPECT_EQ(pFunction->pPou, nullptr);
+    EXPECT_EQ(pFunction->GetPou(), nullptr);
     EXPECT_EQ(Printed([&] { pFunction = Declare({&any, pInt}, &other); }), line);
-    EXPECT_EQ(pFunction->pPou, nullptr);
+    EXPECT_EQ(pFunction->GetPou(), nullptr);
     EXPECT_EQ(norvane.m_Errors.GetErrorCount(), 0);
 }
 

@@ -56,7 +56,7 @@ protected:
     {
         switch (pNode->nKind) {
             case IMM_INTEGER: return std::to_string(pNode->nValue);
-            case IMM_REAL: return std::to_string(pNode->dValue);
+            case IMM_REAL: return std::to_string(pNode->GetReal());
             case TRUE: return "TRUE";
             case FALSE: return "FALSE";
             case ERROR_: return "error";
@@ -165,7 +165,7 @@ TEST_F(LiteralFolding, OneNumber)
         EXPECT_EQ(printed, row.output);
         EXPECT_EQ(pNode->pType, nullptr);
     }
-    EXPECT_TRUE(std::signbit(Op(UNARY_MINUS, Float(0.0))->dValue));
+    EXPECT_TRUE(std::signbit(Op(UNARY_MINUS, Float(0.0))->GetReal()));
 }
 
 TEST_F(LiteralFolding, NotOfABooleanLiteralIsRefused)
@@ -518,7 +518,7 @@ protected:
     {
         if (pNode->nKind != SIMPLIFIED) return "kept";
         EXPECT_EQ(pNode->GetChildCount(), 0);
-        return TextOf(pNode->pInit);
+        return TextOf(pNode->GetInit());
     }
 };
 
@@ -666,7 +666,7 @@ TEST_F(ConstantFolding, Lists)
         EXPECT_EQ(printed, row.output);
         EXPECT_EQ(norvane.IsPoison(pNode), row.result == "kept");
     }
-    EXPECT_EQ(List(MAX, {"r", "q"})->pInit->GetDouble(), std::numeric_limits<double>::min());
+    EXPECT_EQ(List(MAX, {"r", "q"})->GetInit()->GetDouble(), std::numeric_limits<double>::min());
 }
 
 TEST_F(ConstantFolding, PoisonAndUnknownShapesStay)

@@ -400,7 +400,7 @@ TEST_F(InitialiserFixture, AnArrayWithoutBoundsIsRefused)
 TEST_F(InitialiserFixture, AScalarSuitsItsTypeOrThereIsNone)
 {
     CNode& real = *norvane.m_Nodes.MakeNode(IMM_REAL, At(3));
-    real.dValue = 1.5;
+    real.SetReal(1.5);
     EXPECT_EQ(Printed([&] { EXPECT_EQ(norvane.BuildInitScalar(Type("BYTE"), &real), nullptr); }),
               "test.st(1,3) : error: cannot assign the value to an BYTE\n");
     const std::unique_ptr<CInitValue> pValue = norvane.BuildInitScalar(Type("LREAL"), &real);
