@@ -172,7 +172,7 @@ static void CheckSubscripts(CNorvane& norvane, const CNode* pList, const CArrayI
 }
 
 // A step "[1,2]"; false if the path ends at it.
-static bool ResolveSubscripts(CNorvane& norvane, CNode* pPath, const CNode* pList, PathCursor& cursor)
+static bool ResolveSubscripts(CNorvane& norvane, const CNode* pList, PathCursor& cursor)
 {
     CTypeArray* pArray = cursor.pType->AsArray();
     if (!pArray || !cursor.pIndex) {
@@ -232,7 +232,7 @@ void CNorvane::ResolveMemberPath(CNode* pNode, const CArrayOfArrayIndex* pIndex,
         // A variable or member whose type has failed has drawn its message where it was declared.
         const bool isKnown = cursor.pType && !cursor.pType->IsError();
         const bool isSubscript = pStep->nKind == EXP_LIST;
-        const bool isResolved = isKnown && (isSubscript ? ResolveSubscripts(*this, pNode, pStep, cursor)
+        const bool isResolved = isKnown && (isSubscript ? ResolveSubscripts(*this, pStep, cursor)
                                                         : ResolveMember(*this, pNode, pStep, cursor));
         if (!isResolved) {
             pNode->pType = m_DataTypes.m_ErrorType;
