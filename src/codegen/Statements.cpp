@@ -7,6 +7,7 @@
 #include "files/Format.h"
 #include "frontend/ErrorHandler.h"
 #include "frontend/Node.h"
+#include "frontend/NodeParts.h"
 #include "model/Pou.h"
 #include "model/Type.h"
 #include "model/Variable.h"
@@ -175,37 +176,34 @@ void CCodeGeneration::GenerateCopy(const CNode* pTarget, const CNode* pValue, Te
 // jumps to it come out without a label, which stays so.
 void CCodeGeneration::GenerateIf(const CNode* pNode, TextBuffer& text)
 {
-    CNode* pCondition = pNode->Child(0);
-    const CNode* pThen = pNode->Child(1);
-    const int count = pNode->GetChildCount();
+    const IfParts parts = GetIfParts(pNode);
     text.Append("\t;if\n");
     const Label falseLabel = m_Label.Draw();
-    if (IsTrueLiteral(pCondition)) {   // the label drawn above leaves a gap in the numbers
+    if (IsTrueLiteral(parts.pCondition)) {   // the label drawn above leaves a gap in the numbers
         text.Append("\t;then\n");
-        GenerateStatementList(pThen, text);
+        GenerateStatementList(parts.pThen, text);
         return;
     }
 
     Label endLabel;
-    if (!IsFalseLiteral(pCondition)) {
-        GenerateNode(pCondition, text);
+    if (!IsFalseLiteral(parts.pCondition)) {
+        GenerateNode(parts.pCondition, text);
         text.Append("\tJNC ", falseLabel, '\n');
         text.Append("\t;then\n");
-        GenerateStatementList(pThen, text);
-        if (count > 2) {
+        GenerateStatementList(parts.pThen, text);
+        if (parts.pElsifItems || parts.pElse) {
             endLabel = m_Label.Draw();
             text.Append("\tJMP ", endLabel, '\n');
         }
     }
     text.Append('\t', falseLabel, ":\n");
-    if (count <= 2) return;
 
-    const bool hasElsif = pNode->Child(2)->nKind == ELSEIF_LIST;
-    const bool hasElse = count == 4 || !hasElsif;
-    if (hasElsif && endLabel.IsNone()) m_Norvane.m_Notes.Add(Note::JumpWithoutLabel, pNode->location);
     Label elseLabel;
-    if (hasElsif) elseLabel = GenerateElsifItems(pNode->Child(2), hasElse, endLabel, text);
-    if (hasElse) GenerateElse(pNode->Child(count - 1), elseLabel, endLabel, text);
+    if (parts.pElsifItems) {
+        if (endLabel.IsNone()) m_Norvane.m_Notes.Add(Note::JumpWithoutLabel, pNode->location);
+        elseLabel = GenerateElsifItems(parts.pElsifItems, parts.pElse != nullptr, endLabel, text);
+    }
+    if (parts.pElse) GenerateElse(parts.pElse, elseLabel, endLabel, text);
 }
 
 // Gives the label at which an ELSE begins. Without one the last item ends the statement and defines its label.
@@ -305,12 +303,7 @@ void CCodeGeneration::GenerateRepeat(const CNode* pNode, TextBuffer& text)
 
 struct CCodeGeneration::ForLoop
 {
-    CNode* pAssignment;
-    CNode* pVariable;
-    CNode* pFrom;
-    CNode* pTo;
-    CNode* pStep;            // null: a step of 1
-    const CNode* pBody;
+    ForParts parts;
     TypeSuffix suffix;       // of the variable
     Label loopLabel;
     Label exitLabel;
@@ -322,37 +315,32 @@ struct CCodeGeneration::ForLoop
 // on the stack, where an EXIT behind it finds it, and its text ends without the line end of all others.
 bool CCodeGeneration::GenerateFor(const CNode* pNode, TextBuffer& text)
 {
-    const bool hasStep = pNode->GetChildCount() == 4;
     ForLoop loop;
-    loop.pAssignment = pNode->Child(0);
-    loop.pVariable = loop.pAssignment->Child(0);
-    loop.pFrom = loop.pAssignment->Child(1);
-    loop.pTo = pNode->Child(1);
-    loop.pStep = hasStep ? pNode->Child(2) : nullptr;
-    loop.pBody = pNode->Child(hasStep ? 3 : 2);
-    loop.suffix = SuffixOf(loop.pVariable);
+    loop.parts = GetForParts(pNode);
+    loop.suffix = SuffixOf(loop.parts.pVariable);
 
     text.Append("\t;for\n");
     loop.loopLabel = m_Label.Draw();
     loop.exitLabel = m_Label.Draw();
     EnterExitTarget(/*isCase=*/false);
-    GenerateNode(loop.pAssignment, text);
+    GenerateNode(loop.parts.pAssignment, text);
     text.Append('\t', loop.loopLabel, ":\n");
 
     std::int32_t from = 0;
     std::int32_t to = 0;
-    const bool isStepKnown = !hasStep || m_Norvane.EvalIntegerExpression(loop.pStep, loop.step) == 1;
-    const bool isFromKnown = m_Norvane.EvalIntegerExpression(loop.pFrom, from) == 1;
-    const bool isToKnown = m_Norvane.EvalIntegerExpression(loop.pTo, to) == 1;
+    const bool isStepKnown = !loop.parts.pStep || m_Norvane.EvalIntegerExpression(loop.parts.pStep, loop.step) == 1;
+    const bool isFromKnown = m_Norvane.EvalIntegerExpression(loop.parts.pFrom, from) == 1;
+    const bool isToKnown = m_Norvane.EvalIntegerExpression(loop.parts.pTo, to) == 1;
     const bool areBoundsKnown = isFromKnown && isToKnown;
 
     const bool isPassed = areBoundsKnown && ((from < to && loop.step < 0) || (from > to && loop.step > 0));
     if (isStepKnown && (loop.step == 0 || isPassed)) {
-        m_ErrorHandler->WarnForNeverRuns(loop.pBody->location);
+        m_ErrorHandler->WarnForNeverRuns(loop.parts.pBody->location);
         m_ExitTargets.pop_back();   // the label's stack keeps its entry
         return false;
     }
-    if (!loop.pVariable->IsVariableAccess()) GenerateStatementList(loop.pBody, text);   // the assignment has told why
+    if (!loop.parts.pVariable->IsVariableAccess())
+        GenerateStatementList(loop.parts.pBody, text);   // the assignment has told why
     else if (!isStepKnown) GenerateForWithVariableStep(loop, text);
     else if (areBoundsKnown) GenerateForTestedBelow(loop, text);
     else GenerateForTestedAbove(loop, text);
@@ -363,24 +351,24 @@ bool CCodeGeneration::GenerateFor(const CNode* pNode, TextBuffer& text)
 
 void CCodeGeneration::GenerateForCompare(const ForLoop& loop, std::string_view comparison, TextBuffer& text)
 {
-    GenerateNode(loop.pVariable, text);
-    GenerateNode(loop.pTo, text);
+    GenerateNode(loop.parts.pVariable, text);
+    GenerateNode(loop.parts.pTo, text);
     text.Append("\tCMP ", comparison, loop.suffix, '\n');
 }
 
 // Kept (code): the step is a plain constant of the variable's type, whatever its own is.
 void CCodeGeneration::GenerateForConstantStep(const ForLoop& loop, TextBuffer& text)
 {
-    GenerateAccessLine(loop.pVariable, AccessMode::Read, text);
+    GenerateAccessLine(loop.parts.pVariable, AccessMode::Read, text);
     text.Append("\tPUSH", loop.suffix, '\t', loop.step, '\n');
     text.Append("\tADD", loop.suffix, '\n');
-    GenerateAccessLine(loop.pVariable, AccessMode::Write, text);
+    GenerateAccessLine(loop.parts.pVariable, AccessMode::Write, text);
 }
 
 // The body runs at least once, so the test stands at the bottom.
 void CCodeGeneration::GenerateForTestedBelow(const ForLoop& loop, TextBuffer& text)
 {
-    GenerateStatementList(loop.pBody, text);
+    GenerateStatementList(loop.parts.pBody, text);
     GenerateForConstantStep(loop, text);
     GenerateForCompare(loop, loop.step > 0 ? "LE" : "GE", text);
     text.Append("\tJC ", loop.loopLabel, '\n');
@@ -390,7 +378,7 @@ void CCodeGeneration::GenerateForTestedAbove(const ForLoop& loop, TextBuffer& te
 {
     GenerateForCompare(loop, loop.step > 0 ? "GT" : "LT", text);
     text.Append("\tJC ", loop.exitLabel, '\n');
-    GenerateStatementList(loop.pBody, text);
+    GenerateStatementList(loop.parts.pBody, text);
     GenerateForConstantStep(loop, text);
     text.Append("\tJMP ", loop.loopLabel, '\n');
 }
@@ -401,8 +389,8 @@ void CCodeGeneration::GenerateForTestedAbove(const ForLoop& loop, TextBuffer& te
 void CCodeGeneration::GenerateForStepTest(const ForLoop& loop, std::string_view comparison, Label label,
                                           TextBuffer& text)
 {
-    const TypeSuffix suffix = SuffixOf(loop.pStep);
-    GenerateNode(loop.pStep, text);
+    const TypeSuffix suffix = SuffixOf(loop.parts.pStep);
+    GenerateNode(loop.parts.pStep, text);
     text.Append("\tPUSH", suffix, "\t0\n");
     text.Append("\tCMP ", comparison, suffix, '\n');
     text.Append("\tJC ", label, '\n');
@@ -427,13 +415,13 @@ void CCodeGeneration::GenerateForWithVariableStep(const ForLoop& loop, TextBuffe
     text.Append("\tJC ", loop.exitLabel, '\n');
 
     text.Append('\t', bodyLabel, ":\n");
-    GenerateStatementList(loop.pBody, text);
-    GenerateAccessLine(loop.pVariable, AccessMode::Read, text);
+    GenerateStatementList(loop.parts.pBody, text);
+    GenerateAccessLine(loop.parts.pVariable, AccessMode::Read, text);
     // The increment reads the step as a variable; an expression has none to read, so it is refused.
-    if (loop.pStep->IsVariableAccess()) GenerateAccessLine(loop.pStep, AccessMode::Read, text);
-    else m_ErrorHandler->ErrNeedsInteger(loop.pStep->location);
+    if (loop.parts.pStep->IsVariableAccess()) GenerateAccessLine(loop.parts.pStep, AccessMode::Read, text);
+    else m_ErrorHandler->ErrNeedsInteger(loop.parts.pStep->location);
     text.Append("\tADD", loop.suffix, '\n');
-    GenerateAccessLine(loop.pVariable, AccessMode::Write, text);
+    GenerateAccessLine(loop.parts.pVariable, AccessMode::Write, text);
     text.Append("\tJMP ", loop.loopLabel, '\n');
 }
 
@@ -517,20 +505,19 @@ static void AppendCaseTest(const CNode* pItem, const TypeSuffix& suffix, Label l
 // The arms are generated first, so the labels in them are lower than those of the selector.
 void CCodeGeneration::GenerateCase(const CNode* pNode, TextBuffer& text)
 {
-    CNode* pSelector = pNode->Child(0);
-    const CNode* pPairs = pNode->Child(1);
+    const CaseParts parts = GetCaseParts(pNode);
     text.Append("\t;case\n");
     const Label endLabel = m_Label.Draw();
     EnterExitTarget(/*isCase=*/true);   // an EXIT in a CASE leaves the CASE
-    const CaseArms arms = BuildCaseArms(pPairs);
+    const CaseArms arms = BuildCaseArms(parts.pPairs);
 
-    GenerateNode(pSelector, text);
-    const TypeSuffix suffix = SuffixOf(pSelector);
+    GenerateNode(parts.pSelector, text);
+    const TypeSuffix suffix = SuffixOf(parts.pSelector);
     for (std::size_t i = 0; i < arms.arms.size(); ++i)
-        for (const CNode* pItem : pPairs->Child(static_cast<int>(2 * i))->m_Children)
+        for (const CNode* pItem : parts.pPairs->Child(static_cast<int>(2 * i))->m_Children)
             AppendCaseTest(pItem, suffix, arms.arms[i].label, text);
     text.Append("\tPOP", suffix, '\n');
-    if (pNode->GetChildCount() > 2) GenerateStatementList(pNode->Child(2), text);
+    if (parts.pElse) GenerateStatementList(parts.pElse, text);
 
     for (const CaseArm& arm : arms.arms) {
         if (arm.size == 0) continue;

@@ -4,6 +4,7 @@
 
 #include "semantics/Norvane.h"
 
+#include "frontend/NodeParts.h"
 #include "model/Type.h"
 #include "semantics/Wrapping.h"
 
@@ -243,12 +244,13 @@ static void ReportUsed(const CaseLabel& label, CErrorHandler& errors)
 
 void CNorvane::CheckCase(CNode* pNode)
 {
-    const CNode* pSelector = pNode->Child(0);
+    const CaseParts parts = GetCaseParts(pNode);
+    const CNode* pSelector = parts.pSelector;
     if (IsPoison(pSelector)) return;
     // A literal has no type as a rule, and then the labels get none either.
     if (!pSelector->pType || !pSelector->pType->IsSigned()) m_Errors.ErrCaseType(pSelector->location);
 
-    const std::vector<CaseLabel> labels = CollectLabels(*this, pNode->Child(1), pSelector->pType);
+    const std::vector<CaseLabel> labels = CollectLabels(*this, parts.pPairs, pSelector->pType);
     CCaseLabelSet earlier(labels);
     for (const CaseLabel& label : labels) {
         for (std::int64_t hits = earlier.CountHits(label); hits > 0; --hits) ReportUsed(label, m_Errors);

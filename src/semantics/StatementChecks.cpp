@@ -2,6 +2,7 @@
 
 #include "semantics/Norvane.h"
 
+#include "frontend/NodeParts.h"
 #include "model/Type.h"
 #include "model/Variable.h"
 #include "semantics/NumberRange.h"
@@ -104,26 +105,22 @@ static bool HasMismatch(CNorvane& norvane, const CNode* pFirst, const CNode* pSe
 
 void CNorvane::CheckFor(CNode* pNode)
 {
-    constexpr int countWithStep = 4;
-    CNode* pVariable = pNode->Child(0)->Child(0);
-    CNode* pStart = pNode->Child(0)->Child(1);
-    CNode* pEnd = pNode->Child(1);
-    CNode* pStep = pNode->GetChildCount() == countWithStep ? pNode->Child(2) : nullptr;
+    const ForParts parts = GetForParts(pNode);
 
     // The values don't matter yet: this refuses what is no integer and turns constant expressions into literals.
     std::int32_t value = 0;
-    if (pStep) EvalIntegerExpression(pStep, value);
-    EvalIntegerExpression(pStart, value);
-    EvalIntegerExpression(pEnd, value);
+    if (parts.pStep) EvalIntegerExpression(parts.pStep, value);
+    EvalIntegerExpression(parts.pFrom, value);
+    EvalIntegerExpression(parts.pTo, value);
 
     // Whatever type they have, the variable is compared with the one and added the other.
-    NoteLiteralRange(m_Notes, pVariable->pType, pEnd);
-    if (pStep) NoteLiteralRange(m_Notes, pVariable->pType, pStep);
+    NoteLiteralRange(m_Notes, parts.pVariable->pType, parts.pTo);
+    if (parts.pStep) NoteLiteralRange(m_Notes, parts.pVariable->pType, parts.pStep);
 
-    if (!pEnd->pType) pEnd->pType = pVariable->pType;
-    if (HasMismatch(*this, pStart, pEnd)) return;
-    if (pStep && HasMismatch(*this, pStart, pStep)) return;
-    if (pStep && HasMismatch(*this, pEnd, pStep)) return;
-    if (pVariable->IsIdentifier() && pVariable->pVariable && pVariable->pVariable->m_IsConstant)
-        m_Errors.ErrAssignToConstant(pVariable->location);
+    if (!parts.pTo->pType) parts.pTo->pType = parts.pVariable->pType;
+    if (HasMismatch(*this, parts.pFrom, parts.pTo)) return;
+    if (parts.pStep && HasMismatch(*this, parts.pFrom, parts.pStep)) return;
+    if (parts.pStep && HasMismatch(*this, parts.pTo, parts.pStep)) return;
+    if (parts.pVariable->IsIdentifier() && parts.pVariable->pVariable && parts.pVariable->pVariable->m_IsConstant)
+        m_Errors.ErrAssignToConstant(parts.pVariable->location);
 }

@@ -1,6 +1,7 @@
 #include "semantics/UnwrittenLocals.h"
 
 #include "frontend/Node.h"
+#include "frontend/NodeParts.h"
 #include "frontend/Notes.h"
 #include "model/Type.h"
 #include "model/Variable.h"
@@ -26,6 +27,7 @@ private:
     void ReadTarget(const CNode* pTarget);
     void ReadFbParameters(const CNode* pCall);
     void ReadConditions(const CNode* pIf);
+    void ReadBounds(const ForParts& parts);
     void TakeNested(const CNode* pStatement);
 
     CNotes& m_Notes;
@@ -88,11 +90,19 @@ void CUnwrittenWalk::ReadFbParameters(const CNode* pCall)
 // Behind a literal TRUE no other condition is tested.
 void CUnwrittenWalk::ReadConditions(const CNode* pIf)
 {
-    const CNode* pCondition = pIf->Child(0);
+    const IfParts parts = GetIfParts(pIf);
+    const CNode* pCondition = parts.pCondition;
     Read(pCondition);
     const bool isTrue = pCondition->nKind == TRUE || (pCondition->nKind == IMM_INTEGER && pCondition->nValue == 1);
-    if (isTrue || pIf->GetChildCount() < 3 || pIf->Child(2)->nKind != ELSEIF_LIST) return;
-    for (const CNode* pItem : pIf->Child(2)->m_Children) Read(pItem->Child(0));
+    if (isTrue || !parts.pElsifItems) return;
+    for (const CNode* pItem : parts.pElsifItems->m_Children) Read(pItem->Child(0));
+}
+
+void CUnwrittenWalk::ReadBounds(const ForParts& parts)
+{
+    WalkStatement(parts.pAssignment);
+    Read(parts.pTo);
+    if (parts.pStep) Read(parts.pStep);
 }
 
 // Whatever may be written anywhere in the statement, and whether a jump is in it.
@@ -121,7 +131,6 @@ void CUnwrittenWalk::TakeNested(const CNode* pStatement)
 
 void CUnwrittenWalk::WalkStatement(const CNode* pStatement)
 {
-    constexpr int countWithStep = 4;
     switch (pStatement->nKind) {
     case ASSIGN:
         Read(pStatement->Child(1));
@@ -136,11 +145,7 @@ void CUnwrittenWalk::WalkStatement(const CNode* pStatement)
         TakeNested(pStatement);
         if (!m_HasJumped) Read(pStatement->Child(1));
         return;
-    case FOR:
-        WalkStatement(pStatement->Child(0));
-        Read(pStatement->Child(1));
-        if (pStatement->GetChildCount() == countWithStep) Read(pStatement->Child(2));
-        break;
+    case FOR: ReadBounds(GetForParts(pStatement)); break;
     default: break;
     }
     TakeNested(pStatement);
