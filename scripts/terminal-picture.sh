@@ -36,8 +36,8 @@ BEGIN {
 END {
     print "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" width * 8.43 + 32 "\" height=\"" NR * 19 + 32 "\">"
     print "<rect width=\"100%\" height=\"100%\" rx=\"8\" fill=\"#1e1f26\"/>"
-    print "<g font-family=\"DejaVu Sans Mono, Menlo, Consolas, monospace\" font-size=\"14\" fill=\"#d4d4d4\" xml:space=\"preserve\">"
-    for (i = 1; i <= NR; i++) print "<text x=\"16\" y=\"" i * 19 + 11 "\">" lines[i] "</text>"
+    print "<g font-family=\"DejaVu Sans Mono, Menlo, Consolas, monospace\" font-size=\"14\" fill=\"#d4d4d4\" style=\"white-space:pre\">"
+    for (i = 1; i <= NR; i++) print "<text xml:space=\"preserve\" x=\"16\" y=\"" i * 19 + 11 "\">" lines[i] "</text>"
     print "</g>"
     print "</svg>"
 }' "$printed"

@@ -27,13 +27,16 @@ static bool IsAboutWords(const Context& context)
     return context.pDiagnostic->id == "E007" || context.pDiagnostic->id == "E065";
 }
 
-// end_if
+// end_if; but `limit` may be a variable.
 static std::string HintCapitals(const Context& context)
 {
+    const auto isSlip = [&](const SourceToken& token) {
+        return IsInOtherCase(token) && !context.FindVariable(token.text);
+    };
     const SourceToken* pToken = context.TokenAt(0);
-    if (!IsAboutWords(context) || !pToken || !IsInOtherCase(*pToken)) return {};
+    if (!IsAboutWords(context) || !pToken || !isSlip(*pToken)) return {};
     const std::vector<SourceToken>& tokens = context.pSource->GetTokens();
-    const auto others = std::count_if(tokens.begin(), tokens.end(), IsInOtherCase) - 1;
+    const auto others = std::count_if(tokens.begin(), tokens.end(), isSlip) - 1;
     std::string hint = "the words of the language are written in capital letters: " + ToUpper(pToken->text);
     if (others > 0) hint += fmt::format("; this file has {} more in small ones", others);
     return hint;
@@ -53,6 +56,15 @@ static std::string FindForeignWord(std::string_view word)
     return {};
 }
 
+static bool HasNearVariable(const Context& context, std::string_view word)
+{
+    if (!context.pUnit) return false;
+    const std::vector<OutlineVariable>& variables = context.pUnit->variables;
+    return std::any_of(variables.begin(), variables.end(), [&](const OutlineVariable& variable) {
+        return GetDistance(ToUpper(variable.name), ToUpper(word), 1) <= 1;
+    });
+}
+
 // THNE; not where a declared name is as near.
 static std::string HintMisspeltWord(const Context& context)
 {
@@ -61,7 +73,7 @@ static std::string HintMisspeltWord(const Context& context)
     if (IsLanguageWord(pToken->text)) return {};
     std::string meant = FindForeignWord(pToken->text);
     const bool isCapitals = ToUpper(pToken->text) == pToken->text && pToken->text.size() >= 4;
-    if (meant.empty() && isCapitals && !context.FindVariable(pToken->text)) {
+    if (meant.empty() && isCapitals && !HasNearVariable(context, pToken->text)) {
         std::vector<std::string_view> words = GetLanguageWords();
         std::erase_if(words, [&](std::string_view word) { return GetDistance(pToken->text, word, 1) > 1; });
         meant = FindNearest(pToken->text, words);
