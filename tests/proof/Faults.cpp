@@ -185,7 +185,8 @@ std::string CFaultTrial::Change(FaultKind kind, const Instruction& instruction, 
     case FaultKind::Number: return ChangeNumber(instruction, line);
     case FaultKind::Neighbour:
         if (!isMemory || !instruction.pType) return line;
-        return AddAt(line, number, (m_Decisions.Below(2) && instruction.offset > 0 ? -1 : 1) * GetSizeBytes(instruction.pType->kind));
+        return AddAt(line, number,
+                     (m_Decisions.Below(2) && instruction.offset > 0 ? -1 : 1) * GetSizeBytes(instruction.pType->kind));
     case FaultKind::Bit: {
         const std::size_t dot = line.find("].");
         if (dot == std::string::npos || dot > line.find(';')) return line;

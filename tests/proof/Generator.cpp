@@ -743,7 +743,8 @@ Expression CProofGenerator::Literal(ScalarKind kind)
         return expression;
     }
     if (OneIn(12) && IsSigned(kind))
-        return Number(Below(2) ? (1 << (GetBits(kind) - 2)) - 1 + (1 << (GetBits(kind) - 2)) : -(1 << (GetBits(kind) - 2)), kind);
+        return Number(Below(2) ? (1 << (GetBits(kind) - 2)) - 1 + (1 << (GetBits(kind) - 2)) : -(1 << (GetBits(kind) - 2)),
+                      kind);
     if (OneIn(3)) return Number(1 + std::abs(AnyInteger(kind)), kind);
     return Number(1 + Below(12), kind);
 }
@@ -1087,7 +1088,9 @@ Expression CProofGenerator::Combined(const Path& target, Expression value)
     if (IsReal(kind)) {
         old = Make(Operator::Multiply, kind, {std::move(old), RealNumber("0.5", kind)});
         const bool isSmall = value.op == Operator::Access || value.op == Operator::Literal;
-        if (!isSmall) value = Make(Operator::Limit, kind, {RealNumber("-400.0", kind), std::move(value), RealNumber("400.0", kind)});
+        if (!isSmall)
+            value = Make(Operator::Limit, kind,
+                         {RealNumber("-400.0", kind), std::move(value), RealNumber("400.0", kind)});
         return Make(Below(2) ? Operator::Add : Operator::Subtract, kind, {std::move(old), std::move(value)});
     }
     if (IsBool(kind)) return Make(Below(2) ? Operator::Xor : Operator::NotEqual, kind, {std::move(old), std::move(value)});
@@ -1235,7 +1238,8 @@ void CProofGenerator::AddCondLoop(int depth, bool isRepeat)
 
     Statement statement;
     statement.kind = isRepeat ? Statement::Kind::Repeat : Statement::Kind::While;
-    statement.value = Make(isRepeat ? Operator::GreaterEqual : Operator::Less, ScalarKind::Bool, {Access(path), Number(start + most, kind)});
+    statement.value = Make(isRepeat ? Operator::GreaterEqual : Operator::Less, ScalarKind::Bool,
+                           {Access(path), Number(start + most, kind)});
     if (Below(2)) {
         std::vector<Expression> both{std::move(statement.value), Comparison(1)};
         if (Below(2)) std::swap(both[0], both[1]);

@@ -175,7 +175,8 @@ void CInterpreter::CallBlock(const Statement& statement)
             m_Memory[to] = Evaluate(argument.actual);
         } else if (member.role == Role::Input) {
             const std::size_t from = Locate(argument.actual.path);
-            for (std::size_t k = 0; k < static_cast<std::size_t>(member.pType->slots); ++k) m_Memory[to + k] = m_Memory[from + k];
+            for (std::size_t k = 0; k < static_cast<std::size_t>(member.pType->slots); ++k)
+                m_Memory[to + k] = m_Memory[from + k];
         }
     }
     const std::size_t caller = m_Instance;
