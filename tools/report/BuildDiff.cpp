@@ -34,6 +34,18 @@ std::string_view GetEffectKey(DiffEffect effect)
     return g_EffectKeys[static_cast<std::size_t>(effect)];
 }
 
+using PousByName = std::unordered_map<std::string, const PouFacts*>;
+
+static PousByName IndexPrograms(const BuildFacts& facts)
+{
+    PousByName programs;
+    for (const ProgramFacts& program : facts.programs) {
+        const PouFacts& pou = facts.pous[static_cast<std::size_t>(program.pou)];
+        programs.emplace(pou.name, &pou);
+    }
+    return programs;
+}
+
 namespace
 {
 
@@ -50,8 +62,6 @@ public:
     bool m_HasOtherCode = false;
 
 private:
-    using PousByName = std::unordered_map<std::string, const PouFacts*>;
-
     static PousByName Index(const BuildFacts& facts);
     void ComparePou(const PouFacts& before, const PouFacts& after);
     void AddPou(const PouFacts& pou, DiffEffect effect);
@@ -72,7 +82,7 @@ private:
 }   // namespace
 
 // A POU keeps its name in the first build's sense: a function that becomes a program is another POU.
-CPouDiff::PousByName CPouDiff::Index(const BuildFacts& facts)
+PousByName CPouDiff::Index(const BuildFacts& facts)
 {
     PousByName pous;
     for (const PouFacts& pou : facts.pous) pous.emplace(pou.kind + " " + pou.name, &pou);
@@ -173,11 +183,7 @@ void CPouDiff::AddNumber(DiffSection section, const std::string& name, std::int6
 
 void CPouDiff::CompareStacks()
 {
-    std::unordered_map<std::string, const PouFacts*> old;
-    for (const ProgramFacts& program : m_Before.programs) {
-        const PouFacts& pou = m_Before.pous[static_cast<std::size_t>(program.pou)];
-        old.emplace(pou.name, &pou);
-    }
+    const PousByName old = IndexPrograms(m_Before);
     for (const ProgramFacts& program : m_After.programs) {
         const PouFacts& pou = m_After.pous[static_cast<std::size_t>(program.pou)];
         const auto found = old.find(pou.name);
@@ -269,20 +275,12 @@ std::int64_t CBuildDiff::CountInstructions(const BuildFacts& facts) const
 
 bool CBuildDiff::IsDeeper() const
 {
-    const auto index = [](const BuildFacts& facts) {
-        std::unordered_map<std::string, const PouFacts*> pous;
-        for (const ProgramFacts& program : facts.programs) {
-            const PouFacts& pou = facts.pous[static_cast<std::size_t>(program.pou)];
-            pous.emplace(pou.name, &pou);
-        }
-        return pous;
-    };
     const StackFacts& before = m_Before.stacks;
     const StackFacts& after = m_After.stacks;
     if (after.nested > before.nested || after.returnSize < before.returnSize || after.parameterSize < before.parameterSize)
         return true;
-    const auto old = index(m_Before);
-    for (const auto& [name, pPou] : index(m_After)) {
+    const PousByName old = IndexPrograms(m_Before);
+    for (const auto& [name, pPou] : IndexPrograms(m_After)) {
         const auto found = old.find(name);
         const std::int64_t depth = found == old.end() ? before.deepest : found->second->depthBytes;
         const int cells = found == old.end() ? before.highestCells : found->second->highestCells;

@@ -1,17 +1,10 @@
 #include "report/VariableCollector.h"
 
+#include "files/Format.h"
 #include "machine/Names.h"
 #include "report/AreaMap.h"
 
 #include <algorithm>
-
-static std::string ToLower(std::string_view text)
-{
-    std::string lower(text);
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return lower;
-}
 
 // An in-out member is a pointer. The debug file doesn't tell its type, but every function block that is called takes
 // its instance by one.
@@ -139,7 +132,7 @@ void CVariableCollector::AddGlobals()
                 m_Facts.findings.push_back(facts.name + ": its type " + facts.typeText +
                                            " isn't described, so its size isn't known");
         }
-        m_Globals.emplace(ToLower(variable.name), static_cast<int>(m_Facts.variables.size()));
+        m_Globals.emplace(ToLowerCase(variable.name), static_cast<int>(m_Facts.variables.size()));
         m_Facts.variables.push_back(std::move(facts));
     }
 }
@@ -248,7 +241,7 @@ static bool IsAreaOf(const AreaFacts& area, MemoryArea operand)
 // name of a global, and lies elsewhere then.
 bool CVariableCollector::CountGlobal(const Instruction& instruction, const Access& access)
 {
-    const auto found = m_Globals.find(ToLower(access.root));
+    const auto found = m_Globals.find(ToLowerCase(access.root));
     if (found == m_Globals.end()) return false;
     VariableFacts& facts = m_Facts.variables[static_cast<std::size_t>(found->second)];
     if (facts.area < 0 || !IsAreaOf(m_Facts.areas[static_cast<std::size_t>(facts.area)], instruction.area)) return false;
@@ -280,7 +273,7 @@ void CVariableCollector::AddOwn(const Instruction& instruction, const Access& ac
 {
     const ListingPou& pou = m_Listing.m_Pous[static_cast<std::size_t>(instruction.pou)];
     const std::string key = pou.name + "\n" + std::to_string(static_cast<int>(instruction.area)) + "\n" +
-                            ToLower(access.root);
+                            ToLowerCase(access.root);
     const auto [found, isNew] = m_Own.emplace(key, static_cast<int>(m_Facts.variables.size()));
     if (isNew) {
         VariableFacts facts;

@@ -1,5 +1,6 @@
 #include "report/VariableDiff.h"
 
+#include "files/Format.h"
 #include "report/Hash.h"
 #include "report/Wording.h"
 
@@ -8,14 +9,6 @@
 #include <algorithm>
 #include <charconv>
 #include <set>
-
-static std::string ToLower(std::string_view text)
-{
-    std::string lower(text);
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return lower;
-}
 
 static std::string GetElement(const std::string& typeText)
 {
@@ -52,7 +45,7 @@ CVariableDiff::Side CVariableDiff::MakeSide(const BuildFacts& facts)
 {
     Side side;
     side.pFacts = &facts;
-    for (const VariableFacts& variable : facts.variables) side.variables.emplace(ToLower(GetFullName(variable)), &variable);
+    for (const VariableFacts& variable : facts.variables) side.variables.emplace(ToLowerCase(GetFullName(variable)), &variable);
     for (const TypeFacts& type : facts.types) {
         side.types.emplace(type.name, &type);
         CHash hash;
@@ -80,12 +73,12 @@ std::uint64_t CVariableDiff::GetLayout(const Side& side, const std::string& type
 void CVariableDiff::Compare()
 {
     for (const VariableFacts& variable : m_Before.pFacts->variables) {
-        const auto found = m_After.variables.find(ToLower(GetFullName(variable)));
+        const auto found = m_After.variables.find(ToLowerCase(GetFullName(variable)));
         if (found == m_After.variables.end()) AddVanished(variable);
         else ComparePair(variable, *found->second);
     }
     for (const VariableFacts& variable : m_After.pFacts->variables)
-        if (!m_Before.variables.contains(ToLower(GetFullName(variable)))) AddNew(variable);
+        if (!m_Before.variables.contains(ToLowerCase(GetFullName(variable)))) AddNew(variable);
     GuessRenames();
     CompareTypes();
 }
@@ -358,9 +351,9 @@ void CVariableDiff::CompareType(const TypeFacts& before, const TypeFacts& after)
     std::vector<std::string> parts;
     if (DescribeType(before) != DescribeType(after)) parts.push_back("now " + DescribeType(after));
     std::map<std::string, const TypeFacts::Member*> old;
-    for (const TypeFacts::Member& member : before.members) old.emplace(ToLower(member.name), &member);
+    for (const TypeFacts::Member& member : before.members) old.emplace(ToLowerCase(member.name), &member);
     for (const TypeFacts::Member& member : after.members) {
-        const auto found = old.find(ToLower(member.name));
+        const auto found = old.find(ToLowerCase(member.name));
         if (found == old.end()) {
             parts.push_back(fmt::format("{} is new: {}", member.name, DescribeMember(member)));
             continue;
@@ -373,7 +366,7 @@ void CVariableDiff::CompareType(const TypeFacts& before, const TypeFacts& after)
         old.erase(found);
     }
     for (const TypeFacts::Member& member : before.members)
-        if (old.contains(ToLower(member.name))) parts.push_back(member.name + " vanishes");
+        if (old.contains(ToLowerCase(member.name))) parts.push_back(member.name + " vanishes");
     std::string text;
     for (const std::string& part : parts) text += (text.empty() ? "" : "; ") + part;
     m_Changes.push_back({DiffSection::Types, DiffEffect::ChangesType, after.name, "changes: " + text, DescribeType(before),
