@@ -121,7 +121,6 @@ static void FoldIntegers(CNorvane& norvane, CNode* pNode, std::int64_t a, std::i
     case AND: BecomeInteger(norvane, pNode, a & b); break;
     case OR: BecomeInteger(norvane, pNode, a | b); break;
     case XOR: BecomeInteger(norvane, pNode, a ^ b); break;
-    default: break;
     }
 }
 
@@ -208,7 +207,6 @@ static void FoldInteger(CNorvane& norvane, CNode* pNode, std::int64_t value)
     case ABS: BecomeInteger(norvane, pNode, WrapAbs(value)); break;
     case SQRT: BecomeTruncated(norvane, pNode, std::sqrt(static_cast<double>(value))); break;
     case NOT: BecomeInteger(norvane, pNode, ~value); break;
-    default: break;
     }
 }
 
@@ -219,7 +217,6 @@ static void FoldReal(CNorvane& norvane, CNode* pNode, double value)
     case ABS: BecomeReal(norvane, pNode, std::fabs(value)); break;
     case SQRT: BecomeReal(norvane, pNode, std::sqrt(value)); break;
     case NOT: RefuseReal(norvane, pNode); break;
-    default: break;
     }
 }
 
