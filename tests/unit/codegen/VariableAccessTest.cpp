@@ -544,3 +544,13 @@ TEST_F(VariableAccessTest, AValueHasNoAddress)
     EXPECT_EQ(compiled.pNorvane->m_Errors.GetErrorCount(), 1);
     EXPECT_NE(compiled.output.find("test.st(2,6) : error: cannot assign "), std::string::npos) << compiled.output;
 }
+
+TEST_F(VariableAccessTest, WhatIsNoVariableIsRefusedAndWritesNothing)
+{
+    CNorvane norvane;
+    LoadTarget(norvane);
+    for (const int kind : {IMM_INTEGER, IDENTIFIER})   // a name may have lost its variable
+        EXPECT_EQ(Accessed(norvane, MakeLeaf(kind, norvane.m_DataTypes.FindType("INT")), AccessMode::Read), "");
+    EXPECT_EQ(Accessed(norvane, MakeLeaf(IMM_INTEGER), AccessMode::Address), "");   // without a type of its own
+    EXPECT_EQ(norvane.m_Errors.GetErrorCount(), 3);
+}

@@ -298,6 +298,8 @@ TEST_F(ParserMessagesTest, ForgottenSemicolonDeclaresAllTheSame)
     EXPECT_EQ(ParseFresh("VAR_GLOBAL x : INT END_VAR"), Line(1, 20, g_Forgotten));
     EXPECT_NE(pNorvane->FindVariable("x"), nullptr);
     EXPECT_EQ(result, g_Accepted);
+    EXPECT_EQ(ParseFresh("VAR_GLOBAL y : INT := 1 END_VAR"), Line(1, 25, g_Forgotten));
+    EXPECT_NE(pNorvane->FindVariable("y"), nullptr);
 }
 
 TEST_F(ParserMessagesTest, ForgottenSemicolonBetweenDeclarations)

@@ -306,3 +306,46 @@ TEST(InitStructTest, NestedText)
     EXPECT_EQ(values.GetBracketedText(), "(p:=(x:=1))");
     EXPECT_EQ(values.GetText(true), "p x 1  ");
 }
+
+TEST(InitValueTest, StructuresAreTheSameByNamesOrderAndValues)
+{
+    CErrorHandler errors;
+    const auto make = [&errors](std::initializer_list<std::pair<const char*, std::int64_t>> members) {
+        auto pStruct = std::make_unique<CInitStruct>();
+        for (const auto& [name, value] : members) pStruct->Add(name, Number(value), g_Where, errors);
+        return pStruct;
+    };
+    const auto pFirst = make({{"a", 1}, {"b", 2}});
+    EXPECT_TRUE(IsSameInit(pFirst.get(), make({{"A", 1}, {"b", 2}}).get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), make({{"b", 2}, {"a", 1}}).get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), make({{"a", 1}, {"b", 3}}).get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), make({{"a", 1}}).get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), Number(1).get()));
+    EXPECT_FALSE(IsSameInit(Number(1).get(), pFirst.get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), nullptr));
+    EXPECT_TRUE(IsSameInit(make({{"a", 0}}).get(), nullptr)) << "what prints nothing counts as no value";
+}
+
+TEST(InitValueTest, ArraysAreTheSameByCountsAndValues)
+{
+    const auto make = [](std::initializer_list<std::pair<std::int64_t, std::int32_t>> entries) {
+        auto pArray = std::make_unique<CInitArray>();
+        for (const auto& [value, repeat] : entries) pArray->Add(Number(value), repeat);
+        return pArray;
+    };
+    const auto pFirst = make({{1, 2}, {3, 1}});
+    EXPECT_TRUE(IsSameInit(pFirst.get(), make({{1, 2}, {3, 1}}).get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), make({{1, 1}, {3, 1}}).get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), make({{1, 2}, {4, 1}}).get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), make({{1, 2}}).get()));
+    EXPECT_FALSE(IsSameInit(pFirst.get(), Number(1).get()));
+}
+
+TEST(InitValueTest, AKindIsPartOfAValue)
+{
+    EXPECT_TRUE(IsSameInit(Number(5).get(), Number(5).get()));
+    EXPECT_FALSE(IsSameInit(Number(5).get(), Number(6).get()));
+    EXPECT_FALSE(IsSameInit(Number(5).get(), std::make_unique<CInitValue>(std::uint32_t{5}).get()));
+    EXPECT_TRUE(IsSameInit(nullptr, Number(0).get()));
+    EXPECT_TRUE(IsSameInit(nullptr, nullptr));
+}

@@ -922,4 +922,29 @@ TEST(Declarations, TheCompilerItselfExists)
     EXPECT_EQ(g_Norvane.m_Errors.GetErrorCount(), 0);
 }
 
+TEST(Declarations, LocatedStringsKeepAddressAndValue)
+{
+    const CompiledText compiled = CompileText(Globals("s AT %MB0 : STRING[5] := 'abc';\nt AT %MB8 : STRING[4] := s;"));
+    for (const auto& [name, address] : {std::pair("s", "MB0"), std::pair("t", "MB8")}) {
+        const CVariable* pVariable = Global(compiled, name);
+        ASSERT_NE(pVariable, nullptr);
+        EXPECT_EQ(pVariable->m_DirectAddress, address);
+        ASSERT_NE(pVariable->m_InitValue, nullptr);
+        EXPECT_EQ(pVariable->m_InitValue->GetText(true), "abc");
+    }
+}
+
+TEST(Declarations, ASubRangeDeclaresNoType)
+{
+    const CompiledText compiled = CompileText("TYPE n : INT(1..5); END_TYPE\n");
+    EXPECT_EQ(compiled.output, "");
+    EXPECT_EQ(compiled.pNorvane->m_DataTypes.FindUserType("n"), nullptr);
+}
+
+TEST(Declarations, AFunctionOfATimeType)
+{
+    const CompiledText compiled = CompileText("FUNCTION f : TIME\nVAR_INPUT x : INT; END_VAR\n;\nEND_FUNCTION\n");
+    EXPECT_EQ(compiled.output, "test.st(1,18) : error: type TIME not supported for this target\n");
+}
+
 }   // namespace

@@ -63,6 +63,7 @@ TEST(Paths, SubscriptsMustBeSigned)
     EXPECT_EQ(MessagesOfPath("a[b] := 1;"), "test.st(6,3) : error: expression requires integer value\n");
     EXPECT_EQ(MessagesOfPath("a[w] := 1;"), "test.st(6,3) : error: expression requires integer value\n");
     EXPECT_EQ(MessagesOfPath("a[u + 1] := 1;"), "test.st(6,5) : error: expression requires integer value\n");
+    EXPECT_EQ(MessagesOfPath("a[NOT i] := 1;"), "test.st(6,3) : error: expression requires integer value\n");
     EXPECT_EQ(MessagesOfPath("a[i = 1] := 1;"), "test.st(6,5) : error: expression requires integer value\n");
     EXPECT_EQ(MessagesOfPath("a[s.y] := 1;"), "test.st(6,4) : error: expression requires integer value\n");
     EXPECT_EQ(MessagesOfPath("a[INT_TO_DINT(i)] := 1;"), "");

@@ -388,6 +388,8 @@ TEST(TargetReviewTest, Library)
     ExpectNotes("<LIBRARY>QUJDREVG", "<@LIBRARY>QUI=REVG", {"library-damaged"});
     ExpectNothing("<LIBRARY>QUJDREVG", "<LIBRARY>QUJDRA==");
     ExpectNothing("<LIBRARY>QUJDREVG", "<LIBRARY> \n ");
+    ExpectNothing("<LIBRARY>QUJDREVG", "<LIBRARY>QUJD RE VG");
+    ExpectNotes("<LIBRARY>QUJDREVG", "<@LIBRARY>QUJD RE V", {"library-damaged"});
     ExpectNotes("<LIBRARY>QUJDREVG", "<@LIBRARY><![CDATA[QUJDREVG]]>", {"library-in-section"});
     ExpectNothing("<LIBRARY>QUJDREVG", "<LIBRARY>QUJDREVG<![CDATA[ ]]>");
 }
