@@ -694,4 +694,129 @@ TEST_F(ConstantFolding, OperandWithoutAValueGivesNone)
     EXPECT_EQ(NameOf(pNode->pType), "INT");
 }
 
+// ---- What the parser's own pipeline never hands on, asked of the folds themselves
+
+class FoldShapes : public ConstantFolding
+{
+protected:
+    CNode* Unknown(const char* type)
+    {
+        CNode* pNode = Leaf(SIMPLIFIED);
+        pNode->pType = Type(type);
+        return pNode;
+    }
+
+    CNode* Fold(int kind, std::initializer_list<CNode*> children)
+    {
+        CNode* pNode = norvane.m_Nodes.MakeNode(kind, At(50));
+        for (CNode* pChild : children) pNode->AddChild(pChild);
+        norvane.FoldConstants(pNode);
+        return pNode;
+    }
+
+    const SourceLocation where = At(50);
+};
+
+// Typing refuses it of variables, so that no source comes here.
+TEST_F(FoldShapes, MulDivOfReals)
+{
+    Declare("r", "REAL", Real(7.5));
+    Declare("rzero", "REAL", Real(0.0));
+    struct Row { std::string c, result, output; };
+    const Row rows[] = {
+        {"2.0", "r11.250000", ""},
+        {"0.0", "kept", g_ByZero},
+        {"rzero", "kept", g_ByZero},
+        {"0", "none", ""},                             // a literal of the other class isn't tested
+    };
+    for (const Row& row : rows) {
+        CNode* pNode = Run([&] { return Fold(MULDIV, {Var("r"), Float(3.0, 20), Operand(row.c, 30)}); });
+        EXPECT_EQ(ResultOf(pNode), row.result) << row.c;
+        EXPECT_EQ(printed, row.output) << row.c;
+        EXPECT_EQ(norvane.IsPoison(pNode), row.result == "kept") << row.c;
+    }
+}
+
+TEST_F(FoldShapes, ARealDivisorOfIntegersIsCutAndNotTested)
+{
+    Declare("i", "INT", Signed(7));
+    EXPECT_EQ(ResultOf(Fold(MULDIV, {Var("i"), Int(3), Float(2.9)})), "s10");
+    EXPECT_EQ(ResultOf(Fold(MULDIV, {Var("i"), Int(3), Float(0.9)})), "none");
+}
+
+TEST_F(FoldShapes, AnyUnknownOperandLeavesThreeWithoutValue)
+{
+    Declare("i", "INT", Signed(7));
+    Declare("r", "REAL", Real(7.5));
+    for (const int kind : {MULDIV, LIMIT}) {
+        for (const char* type : {"INT", "REAL"}) {
+            const char* name = type == std::string("INT") ? "i" : "r";
+            EXPECT_EQ(ResultOf(Fold(kind, {Unknown(type), Var(name), Var(name)})), "none") << type;
+            EXPECT_EQ(ResultOf(Fold(kind, {Var(name), Unknown(type), Var(name)})), "none") << type;
+            EXPECT_EQ(ResultOf(Fold(kind, {Var(name), Var(name), Unknown(type)})), "none") << type;
+        }
+    }
+    EXPECT_EQ(ResultOf(Fold(LIMIT, {Int(1), Int(2), Int(3)})), "none");   // no variable says of what class it is
+    CNode* pUntyped = Leaf(SIMPLIFIED);
+    EXPECT_EQ(ResultOf(Fold(LIMIT, {pUntyped, Int(2), Int(3)})), "none");
+}
+
+TEST_F(FoldShapes, AnyUnknownElementLeavesAListWithoutValue)
+{
+    Declare("i", "INT", Signed(7));
+    Declare("r", "REAL", Real(7.5));
+    const auto list = [this](std::initializer_list<CNode*> elements) {
+        CNode* pList = norvane.m_Nodes.MakeNode(EXP_LIST, At(10));
+        for (CNode* pElement : elements) pList->AddChild(pElement);
+        return pList;
+    };
+    for (const int kind : {MIN, MAX}) {
+        EXPECT_EQ(ResultOf(Fold(kind, {list({Var("i"), Unknown("INT")})})), "none");
+        EXPECT_EQ(ResultOf(Fold(kind, {list({Unknown("REAL"), Var("r")})})), "none");
+        EXPECT_EQ(ResultOf(Fold(kind, {list({Int(1), Int(2)})})), "none");   // none has a type
+        CNode* pCall = Leaf(FUNCTION_CALL);
+        pCall->pType = Type("INT");
+        EXPECT_EQ(ResultOf(Fold(kind, {list({Var("i"), pCall})})), "kept");
+    }
+}
+
+TEST_F(FoldShapes, AnUnknownOperandLeavesOneAndTwoWithoutValue)
+{
+    Declare("i", "INT", Signed(7));
+    for (const int kind : {UNARY_MINUS, NOT, ABS, SQRT}) EXPECT_EQ(ResultOf(Fold(kind, {Unknown("INT")})), "none");
+    EXPECT_EQ(ResultOf(Fold('+', {Var("i"), Unknown("INT")})), "none");
+    EXPECT_EQ(ResultOf(Fold('+', {Unknown("INT"), Var("i")})), "none");
+    EXPECT_EQ(ResultOf(Fold('+', {Int(1), Unknown("INT")})), "none");
+    EXPECT_EQ(ResultOf(Fold('+', {Unknown("INT"), Int(1)})), "none");
+    EXPECT_EQ(ResultOf(Fold('+', {Int(1), Int(2)})), "kept");
+    EXPECT_EQ(ResultOf(Fold('+', {Var("i")})), "kept");
+    EXPECT_EQ(ResultOf(Fold(ASSIGN, {Var("i"), Int(2)})), "kept");
+    EXPECT_EQ(ResultOf(Fold(ERROR_, {Var("i"), Int(2)})), "kept");
+}
+
+// Behind the last operator that could be computed instead there is no value.
+TEST_F(FoldShapes, OperatorsThatAKindDoesNotKnow)
+{
+    for (const int op : {+UNARY_MINUS, +NOT, +SQRT, +ABS, +'+'})
+        EXPECT_EQ(norvane.FoldUnaryValue(CInitString(3, "abc"), op), nullptr);
+    for (const CInitValue& value : {CInitValue(true), CInitValue(std::int64_t{-9}), CInitValue(9u), CInitValue(9.0)})
+        EXPECT_EQ(norvane.FoldUnaryValue(value, '+'), nullptr);
+
+    const CInitString text(3, "abc");
+    const CInitValue number(std::int64_t{2});
+    const CInitValue truth(true);
+    EXPECT_EQ(norvane.FoldValues(text, number, '+', where), nullptr);
+    EXPECT_EQ(norvane.FoldValueImmediate(text, *Int(2), '+', where), nullptr);
+    EXPECT_EQ(norvane.FoldImmediateValue(*Int(2), text, '+', where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(truth, truth, EQUAL, where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(number, number, ASSIGN, where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(CInitValue(2u), CInitValue(2u), ASSIGN, where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(CInitValue(2.0), CInitValue(2.0), ASSIGN, where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(number, CInitValue(std::int64_t{0}), '/', where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(number, CInitValue(std::int64_t{0}), MOD, where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(CInitValue(2u), CInitValue(0u), '/', where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(CInitValue(2u), CInitValue(0u), MOD, where), nullptr);
+    EXPECT_EQ(norvane.FoldValues(CInitValue(2.0), CInitValue(0.0), '/', where), nullptr);
+}
+
 }
