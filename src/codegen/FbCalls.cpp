@@ -233,7 +233,7 @@ void CCodeGeneration::CFbCallText::GenerateFbInput(const FbCall& call, const FbP
     }
     NoteNarrowMove(parameter, GenerateValueOrAddress(parameter.pValue, parameter.isInOut, text));
     switch (call.place) {
-    case InstancePlace::Memory: break;
+    case InstancePlace::Memory: break;   // settled above   GCOVR_EXCL_LINE
     case InstancePlace::Pointer:
         if (!IsFoundByPosition(parameter)) NoteIndirectInstance(call);
         GeneratePointedMember(call, parameter, text);
