@@ -98,7 +98,7 @@ TEST_F(UnknownShapes, ACallOfNoFunctionIsNotChecked)
     CNode* pCall = Leaf(FUNCTION_CALL);
     norvane.CheckFunctionCall(pCall);
     CFunctionBlock block("fb", At(1));
-    pCall->pPou = &block;
+    pCall->SetPou(&block);
     norvane.CheckFunctionCall(pCall);
     EXPECT_EQ(norvane.m_Errors.GetErrorCount(), 0);
 }
