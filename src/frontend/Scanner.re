@@ -38,6 +38,9 @@ constexpr int g_ScannerFaultStatus = 2;
 
 constexpr int g_NoToken = -1;
 
+// So many blanks in front of a token are passed over without a match of their own; hardly ever are there more.
+constexpr std::ptrdiff_t g_FewBlanks = 32;
+
 CNorvane* g_Context = nullptr;
 CSourceWindow g_Source;
 YYCONDTYPE g_Condition = yycINITIAL;
@@ -82,7 +85,7 @@ void ResetStartCondition()
 }
 
 // Says where the token begins that ends the program, on a line of its own: tools read the one behind it.
-[[noreturn]] static void EndScan(std::string_view text)
+[[noreturn, gnu::noinline]] static void EndScan(std::string_view text)
 {
     const std::string file = g_CurrentFileName ? g_CurrentFileName : "";
     const std::string position = FormatText("(%d,%d)\n", yylineno, nColumn);
@@ -162,17 +165,6 @@ static int ReturnInteger(const CMyString& digits, int base)
     return IMM_INTEGER;
 }
 
-// Digits alone. Up to 18 of them always stay within 64 bits, and there are hardly ever more.
-static int ReturnPlainInteger(std::string_view digits)
-{
-    constexpr std::size_t safeDigits = 18;
-    if (digits.size() > safeDigits) return ReturnInteger(CMyString(digits), 10);
-    std::int64_t value = 0;
-    for (const char c : digits) value = 10 * value + (c - '0');
-    yylval.nValue = value;
-    return IMM_INTEGER;
-}
-
 // The text with the underscores and the first characters, such as "16#", taken out.
 static CMyString DigitsOf(std::string_view text, int prefixLength)
 {
@@ -180,6 +172,28 @@ static CMyString DigitsOf(std::string_view text, int prefixLength)
     digits.RemoveAll('_');
     digits.RemoveFirst(prefixLength);
     return digits;
+}
+
+// What makes a text of its own is kept out of yylex, which would be slower with it at every token.
+[[gnu::noinline]] static int ReturnDigits(std::string_view text, int prefixLength, int base)
+{
+    return ReturnInteger(DigitsOf(text, prefixLength), base);
+}
+
+[[gnu::noinline]] static int ReturnUnderscoredReal(std::string_view text)
+{
+    return ReturnReal(DigitsOf(text, 0).GetBuffer());
+}
+
+// Digits alone. Up to 18 of them always stay within 64 bits, and there are hardly ever more.
+static int ReturnPlainInteger(std::string_view digits)
+{
+    constexpr std::size_t safeDigits = 18;
+    if (digits.size() > safeDigits) return ReturnDigits(digits, 0, 10);
+    std::int64_t value = 0;
+    for (const char c : digits) value = 10 * value + (c - '0');
+    yylval.nValue = value;
+    return IMM_INTEGER;
 }
 
 static int ReturnDirectVariable(std::string_view address)
@@ -230,7 +244,7 @@ static int ReturnString()
 }
 
 // "$41"
-static int AppendByte(std::string_view escape)
+[[gnu::noinline]] static int AppendByte(std::string_view escape)
 {
     pCurrentString->AppendChar(static_cast<char>(CMyString(escape.substr(1)).ToInt64Base16()));
     return g_NoToken;
@@ -251,19 +265,36 @@ static bool KnowsItsEnd(std::string_view match)
     return match.ends_with("ms_") && match.find('#') != std::string_view::npos;
 }
 
-// The farthest byte that was looked at is that behind the match, or one where a longer match was given up.
-static void CheckLength(const char* start, const char* cursor, const char* givenUp)
+[[gnu::noinline]] static void CheckLongMatch(const char* start, const char* cursor, const char* givenUp)
 {
     const std::ptrdiff_t length = std::max(cursor, givenUp) - start;
-    if (length < g_LongestToken) return;
     const std::string_view match(start, static_cast<std::size_t>(length));
     if (length == g_LongestToken && givenUp < cursor && KnowsItsEnd(match)) return;
     EndScan(g_TokenTooLong);
 }
 
+// The farthest byte that was looked at is that behind the match, or one where a longer match was given up.
+static void CheckLength(const char* start, const char* cursor, const char* givenUp)
+{
+    if (std::max(cursor, givenUp) - start >= g_LongestToken) CheckLongMatch(start, cursor, givenUp);
+}
+
+// Passes over a run of blanks if it is short and something is matched behind it, so that nobody learns where they
+// stood. Where the match begins.
+static const char* SkipBlanks(const char* const start)
+{
+    const char* cursor = start;
+    while (*cursor == ' ' && cursor - start <= g_FewBlanks) ++cursor;
+    const std::ptrdiff_t count = cursor - start;
+    if (count > g_FewBlanks || static_cast<unsigned char>(*cursor) <= ' ') return start;
+    g_Source.Advance(static_cast<std::size_t>(count));
+    nColumn += static_cast<int>(count);
+    return cursor;
+}
+
 // Matches one rule; g_NoToken if it delivers no token. Behind the end stands a zero byte, which may also be a
 // character of the source.
-static int Match(const char* const start, const char* const end)
+[[gnu::always_inline]] static inline int Match(const char* const start, const char* const end)
 {
     if (start == end) return EndOfInput();
     const char* cursor = start;
@@ -396,11 +427,11 @@ static int Match(const char* const start, const char* const end)
 
     <INITIAL> "%" [IMQ] [BDLWX]? digit+ ("." digit+)*  { return ReturnDirectVariable(text.substr(1)); }
     // Wanted (sources) as it stands: in this form every digit of the fraction is followed by an underscore.
-    <INITIAL> digit* "." (digit "_")+ exponent?     { return ReturnReal(DigitsOf(text, 0).GetBuffer()); }
-    <INITIAL> digit+ ("_" digit+)*                  { return ReturnInteger(DigitsOf(text, 0), 10); }
-    <INITIAL> "2#" [01] ("_"? [01])*                { return ReturnInteger(DigitsOf(text, 2), 2); }
-    <INITIAL> "8#" [0-7] ("_"? [0-7])*              { return ReturnInteger(DigitsOf(text, 2), 8); }
-    <INITIAL> "16#" hex ("_"? hex)*                 { return ReturnInteger(DigitsOf(text, 3), 16); }
+    <INITIAL> digit* "." (digit "_")+ exponent?     { return ReturnUnderscoredReal(text); }
+    <INITIAL> digit+ ("_" digit+)*                  { return ReturnDigits(text, 0, 10); }
+    <INITIAL> "2#" [01] ("_"? [01])*                { return ReturnDigits(text, 2, 2); }
+    <INITIAL> "8#" [0-7] ("_"? [0-7])*              { return ReturnDigits(text, 2, 8); }
+    <INITIAL> "16#" hex ("_"? hex)*                 { return ReturnDigits(text, 3, 16); }
 
     // Times and dates are recognised, and their text is dropped here. There is no unit for minutes.
     <INITIAL> timePrefix (number "d")? (number "h")? (number "s")? (number "ms")?         { return TIME_DIR; }
@@ -432,7 +463,8 @@ int yylex()
 {
     int token = g_NoToken;
     while (token == g_NoToken) {
-        const char* const start = g_Source.Begin(g_LongestToken + 1);
+        const char* start = g_Source.Begin(g_FewBlanks + g_LongestToken + 1);
+        if (*start == ' ' && g_Condition == yycINITIAL) start = SkipBlanks(start);
         token = Match(start, g_Source.End());
     }
     return token;

@@ -4,7 +4,6 @@
 #include "files/OutOfMemory.h"
 #include "files/Platform.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -50,7 +49,8 @@ void CSourceWindow::Close()
 static std::size_t JoinLineEnds(char* pBytes, std::size_t count)
 {
     char* const pEnd = pBytes + count;
-    char* pKept = std::find(pBytes, pEnd, '\r');
+    char* pKept = static_cast<char*>(std::memchr(pBytes, '\r', count));
+    if (!pKept) return count;
     for (const char* p = pKept; p != pEnd; ++p)
         if (*p != '\r' || p + 1 == pEnd || p[1] != '\n') *pKept++ = *p;
     return static_cast<std::size_t>(pKept - pBytes);
@@ -75,16 +75,17 @@ void CSourceWindow::Fill(std::ptrdiff_t enough)
     constexpr std::size_t zeroByte = 1;
     const std::size_t wanted = static_cast<std::size_t>(enough);
     std::size_t size = static_cast<std::size_t>(m_End - m_Begin);
-    if (m_Window.empty()) {
+    if (!m_Window) {
         const OutOfMemoryAnswer answer(g_NoBuffer, g_ScannerFaultStatus);
-        m_Window.resize(wanted + g_WindowSize + zeroByte);
+        m_WindowSize = wanted + g_WindowSize + zeroByte;
+        m_Window = std::make_unique_for_overwrite<char[]>(m_WindowSize);
     }
-    std::memmove(m_Window.data(), m_Begin, size);
+    std::memmove(m_Window.get(), m_Begin, size);
     while (size < wanted && !IsAtEnd()) {
         // A CR that was read last is looked at together with what follows it.
         if (m_IsReturnPending) m_Window[size] = '\r';
         const std::size_t pending = m_IsReturnPending ? 1 : 0;
-        const std::size_t read = Read(&m_Window[size + pending], m_Window.size() - zeroByte - size - pending);
+        const std::size_t read = Read(&m_Window[size + pending], m_WindowSize - zeroByte - size - pending);
         std::size_t count = JoinLineEnds(&m_Window[size], read + pending);
         if (read == 0) CloseFile();
         m_IsReturnPending = !IsAtEnd() && count > 0 && m_Window[size + count - 1] == '\r';
@@ -92,6 +93,6 @@ void CSourceWindow::Fill(std::ptrdiff_t enough)
         size += count;
     }
     m_Window[size] = '\0';
-    m_Begin = m_Window.data();
+    m_Begin = m_Window.get();
     m_End = m_Begin + size;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
-#include <vector>
 
 // The text of the source being scanned, of which no more is in memory than a window that moves along with it. In it a
 // CR LF pair has become one LF; a CR elsewhere stays. Behind the last byte of the window stands a zero byte.
@@ -43,7 +43,8 @@ private:
     bool m_IsReturnPending = false;              // the last byte read was a CR, which the next one decides on
     std::string* m_pCopy = nullptr;              // not owned
     std::string m_Text;                          // of SetText
-    std::vector<char> m_Window;
+    std::unique_ptr<char[]> m_Window;            // null before the first file; unwritten behind what has been read
+    std::size_t m_WindowSize = 0;                // in bytes
     const char* m_Begin;                         // in m_Window or m_Text
     const char* m_End;
 };
