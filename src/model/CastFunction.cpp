@@ -16,11 +16,28 @@ CCastFunctionSet::CCastFunctionSet(CNamePool& names) : m_Names(names), m_Identit
 // the target allows a type isn't asked here: a refused one is reported where its name is met.
 void CCastFunctionSet::Build(const CDataType& dataTypes)
 {
-    for (CType* pFrom : dataTypes.GetTypes()) {
-        if (!pFrom->IsElementary()) continue;
-        for (CType* pTo : dataTypes.GetTypes())
-            if (pTo->IsElementary()) Add(std::make_unique<CCastFunction>(pFrom, pTo));
-    }
+    for (CType* pType : dataTypes.GetTypes())
+        if (pType->IsElementary()) m_Elementary.push_back(pType);
+}
+
+CType* CCastFunctionSet::FindElementary(std::string_view name) const
+{
+    for (CType* pType : m_Elementary)
+        if (pType->m_Name == name) return pType;
+    return nullptr;
+}
+
+// No elementary type has "_TO_" in its name, so the first one is between the two.
+CCastFunction* CCastFunctionSet::Make(const CName& name)
+{
+    constexpr std::string_view to = "_TO_";
+    const std::string_view text = name.GetText();
+    const std::size_t place = text.find(to);
+    CType* const pFrom = FindElementary(text.substr(0, place));
+    CType* const pTo = FindElementary(text.substr(place + to.size()));
+    if (!pFrom || !pTo) return nullptr;
+    Add(std::make_unique<CCastFunction>(pFrom, pTo));
+    return m_Owned.back().get();
 }
 
 void CCastFunctionSet::Add(std::unique_ptr<CCastFunction> pFunction)
@@ -29,10 +46,4 @@ void CCastFunctionSet::Add(std::unique_ptr<CCastFunction> pFunction)
     if (!slot.IsOf(m_Identity)) ++m_Count;
     slot.Set(m_Identity, pFunction.get());
     m_Owned.push_back(std::move(pFunction));
-}
-
-CCastFunction* CCastFunctionSet::Find(std::string_view name) const
-{
-    const CName* pName = m_Names.Find(name);
-    return pName ? Find(*pName) : nullptr;
 }

@@ -9,6 +9,7 @@
 
 static_assert(std::is_trivially_destructible_v<CName>, "the pool gives its memory back without looking at the names");
 
+static constexpr std::string_view g_To = "_TO_";
 static constexpr std::size_t g_FirstPlaceCount = 1024;   // a power of two, as are all that follow
 
 // FNV-1a over 64 bits, folded.
@@ -21,7 +22,8 @@ static std::uint32_t HashOf(std::string_view spelling)
 
 CName::CName(const char* text, std::uint32_t length, std::uint32_t hash)
     : m_Text(text), m_Length(length), m_Hash(hash),
-      m_HasTwoUnderscores(std::string_view(text, length).find("__") != std::string_view::npos)
+      m_HasTwoUnderscores(GetText().find("__") != std::string_view::npos),
+      m_HasTo(GetText().find(g_To) != std::string_view::npos)
 {
 }
 

@@ -45,6 +45,7 @@ public:
     std::string_view GetText() const { return {m_Text, m_Length}; }
     const CName& GetKey() const { return *m_pKey; }              // the spelling in lower case, which is its own key
     bool HasTwoUnderscores() const { return m_HasTwoUnderscores; }   // side by side
+    bool HasTo() const { return m_HasTo; }                           // "_TO_" is in it, as in each cast's name
 
     // Each slot serves one table of the compile, which alone reads and writes it. In keys:
     mutable std::array<CNameSlot<CVariable>, 2> m_Variables;   // by Scope
@@ -62,6 +63,7 @@ private:
     std::uint32_t m_Length;
     std::uint32_t m_Hash;
     bool m_HasTwoUnderscores;
+    bool m_HasTo;
 };
 
 // The names of one compile: it owns them, and they live as long as it does. Pools know nothing of each other.

@@ -58,6 +58,14 @@ TEST(CastFunctionTest, AddReplacesAnEntryOfTheName)
 
 TEST_F(CastFunctionSetTest, EveryPairOfElementaryTypes)
 {
+    for (CType* pFrom : m_DataTypes.GetTypes())
+        for (CType* pTo : m_DataTypes.GetTypes()) {
+            if (!pFrom->IsElementary() || !pTo->IsElementary()) continue;
+            const CCastFunction* pCast = m_Casts.Find(pFrom->m_Name + "_TO_" + pTo->m_Name);
+            ASSERT_NE(pCast, nullptr) << pFrom->m_Name << " " << pTo->m_Name;
+            EXPECT_EQ(pCast->m_From, pFrom);
+            EXPECT_EQ(pCast->m_To, pTo);
+        }
     EXPECT_EQ(m_Casts.GetCount(), 361u);
     EXPECT_NE(m_Casts.Find("BOOL_TO_BYTE"), nullptr);
     EXPECT_NE(m_Casts.Find("BYTE_TO_BOOL"), nullptr);
@@ -67,6 +75,15 @@ TEST_F(CastFunctionSetTest, EveryPairOfElementaryTypes)
     ASSERT_NE(pFunction, nullptr);
     EXPECT_EQ(pFunction->m_From, m_DataTypes.FindType("INT"));
     EXPECT_EQ(pFunction->m_To, m_DataTypes.FindType("REAL"));
+}
+
+TEST_F(CastFunctionSetTest, EachIsMadeOnce)
+{
+    EXPECT_EQ(m_Casts.GetCount(), 0u);
+    const CCastFunction* pFunction = m_Casts.Find("INT_TO_REAL");
+    EXPECT_NE(pFunction, nullptr);
+    EXPECT_EQ(m_Casts.Find("INT_TO_REAL"), pFunction);
+    EXPECT_EQ(m_Casts.GetCount(), 1u);
 }
 
 TEST_F(CastFunctionSetTest, NoCastsOfStringsAndErrors)
@@ -80,5 +97,9 @@ TEST_F(CastFunctionSetTest, NamesAreExact)
 {
     EXPECT_EQ(m_Casts.Find("int_to_real"), nullptr);
     EXPECT_EQ(m_Casts.Find("INT_TO_"), nullptr);
+    EXPECT_EQ(m_Casts.Find("_TO_INT"), nullptr);
+    EXPECT_EQ(m_Casts.Find("_TO_"), nullptr);
+    EXPECT_EQ(m_Casts.Find("INT_TO_INT_TO_INT"), nullptr);
+    EXPECT_EQ(m_Casts.Find("INT_to_INT"), nullptr);
     EXPECT_EQ(m_Casts.Find(""), nullptr);
 }

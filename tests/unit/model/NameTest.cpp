@@ -58,6 +58,9 @@ TEST(NameTest, UnderscoresSideBySide)
     CNamePool pool;
     EXPECT_TRUE(pool.Intern("a__b").HasTwoUnderscores());
     EXPECT_TRUE(pool.Intern("__").HasTwoUnderscores());
+    EXPECT_TRUE(pool.Intern("A_TO_B").HasTo());
+    EXPECT_FALSE(pool.Intern("a_to_b").HasTo());
+    EXPECT_FALSE(pool.Intern("A_TO").HasTo());
     EXPECT_FALSE(pool.Intern("_a_b_").HasTwoUnderscores());
     EXPECT_FALSE(pool.Intern("_").HasTwoUnderscores());
 }
