@@ -16,6 +16,11 @@
 #include "semantics/NumberRange.h"
 #include "semantics/Wrapping.h"
 
+#include <array>
+#include <cstddef>
+#include <memory_resource>
+#include <vector>
+
 #pragma GCC diagnostic push
 #pragma GCC diagnostic error "-Wswitch"
 
@@ -222,7 +227,12 @@ void CCodeGeneration::GenerateOperatorChain(CNode* pNode, TextBuffer& text)
         CNode* pNode;
         Label label;   // where the shortcut jumps to; none if the node has none
     };
-    std::vector<Level> levels;
+    // Nearly every chain is this short, and takes no memory from the heap.
+    constexpr std::size_t few = 8;
+    alignas(Level) std::array<std::byte, few * sizeof(Level)> start;
+    std::pmr::monotonic_buffer_resource memory(start.data(), start.size());
+    std::pmr::vector<Level> levels(&memory);
+    levels.reserve(few);
 
     CNode* pLeft = pNode;
     bool isDecided = false;
