@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -25,6 +26,15 @@ bool CPrivateFolder::Make()
     return true;
 }
 
+static bool IsOnPath(const std::string& program)
+{
+    const char* szPath = std::getenv("PATH");
+    std::istringstream folders(szPath ? szPath : "");
+    for (std::string folder; std::getline(folders, folder, ':');)
+        if (access((folder + "/" + program).c_str(), X_OK) == 0) return true;
+    return false;
+}
+
 std::string FindCompiler()
 {
     std::error_code failure;
@@ -33,7 +43,7 @@ std::string FindCompiler()
         const fs::path beside = self.parent_path() / name;
         if (!failure && access(beside.c_str(), X_OK) == 0) return beside.string();
     }
-    return "compiler";
+    return IsOnPath("compiler") ? "compiler" : "norvane-compiler";
 }
 
 // Nothing here may allocate: other threads can hold what the new process would wait for.

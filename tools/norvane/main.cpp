@@ -1,15 +1,8 @@
 // norvane: checks, builds, runs, tests and debugs Structured Text, and reports on what was built.
 
-#include "norvane/CompileCommands.h"
-#include "norvane/DebugCommand.h"
-#include "norvane/DiffCommand.h"
-#include "norvane/ExplainCommand.h"
-#include "norvane/ReportCommand.h"
+#include "norvane/Commands.h"
 #include "norvane/ResponseFile.h"
-#include "norvane/RunCommand.h"
 #include "norvane/Session.h"
-#include "norvane/TargetCommand.h"
-#include "norvane/TestCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -23,18 +16,9 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "norvane: %s\n", responses.m_Failure.c_str());
         return g_ExitUnable;
     }
-    CLI::App app("Checks, builds, runs, tests and debugs Structured Text, and reports on what was built.", "norvane");
-    app.require_subcommand(1);
+    CLI::App app;
     std::function<int()> run;
-    AddCheckCommand(app, run);
-    AddBuildCommand(app, run, responses.m_Files);
-    AddTargetCommand(app, run);
-    AddExplainCommand(app, run);
-    AddRunCommand(app, run);
-    AddTestCommand(app, run);
-    AddDebugCommand(app, run);
-    AddReportCommand(app, run);
-    AddDiffCommand(app, run);
+    DescribeProgram(app, run, responses.m_Files);
     try {
         // The parser takes arguments from the back.
         std::reverse(responses.m_Arguments.begin(), responses.m_Arguments.end());
