@@ -2,6 +2,10 @@
 # Builds a project of many small programs with one and with two jobs: wall time and processor time.
 #   bench/project.sh PROGRAMS_FOLDER [NUMBER]       (1000 programs)
 set -e
+if [ ! -x "${1:-}/norvane" ] || [ ! -x "$1/compiler" ]; then
+    echo "usage: bench/project.sh PROGRAMS_FOLDER [NUMBER], where norvane and compiler lie in the folder" >&2
+    exit 2
+fi
 programs=$(realpath "$1") count=${2:-1000} target=$(realpath "$(dirname "$0")/target.xml")
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
